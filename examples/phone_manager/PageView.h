@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/appkit/NSView.h"
+
+#include <string>
+
+class NSString;
+
+/// The window's content: a white column for buttons at the left, a page with a headline, a text and, at
+/// the bottom, a note at the right.
+class PageView final : public NSView
+{
+public:
+    static constexpr double kColumnWidth = 300.0;
+
+    PageView();
+
+    PageView* initWithFrame(NSRect frame) override;
+    bool isFlipped() const override { return true; }
+    void drawRect(NSRect rect) override;
+
+    /// Show other texts (UTF-8) from the next redraw on, which is asked for.
+    void setHeadline(const std::string& headline);
+    void setText(const std::string& text);
+    void setNote(const std::string& note);
+
+protected:
+    ~PageView() override;
+
+private:
+    void show(Ref<NSString>& place, const std::string& text);
+
+    Ref<NSString> _headline;
+    Ref<NSString> _text;
+    Ref<NSString> _note;
+};

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <platform/foundation/NSObject.h>
+
+#include <string>
+#include <vector>
+
+class BASUserDefaults;
+class NSColor;
+class NSWindow;
+class PageView;
+class ZuToolButton;
+
+/// The application: fills a page from its settings, and takes the clicks of its buttons.
+class PhoneManager final : public NSObject
+{
+public:
+    /// The name under which the settings store is registered.
+    static constexpr const char* kSettings = "phone manager";
+
+    PhoneManager();
+
+    /// Opens the settings and builds the page. A settings file that is there but cannot be read is
+    /// reported on the page and never written to.
+    PhoneManager* initWithSettingsFile(const std::string& path);
+
+    /// Shows the page in a window.
+    void openWindow();
+
+    PageView* page() const { return _page.get(); }
+    const std::vector<Ref<ZuToolButton>>& buttons() const { return _buttons; }
+
+    // Actions of the buttons.
+    void openKind(NSObject* sender);
+    void changeAppearance(NSObject* sender);
+
+    const ClassTable& classTable() const override;
+    static const ClassTable table;
+
+protected:
+    ~PhoneManager() override;
+
+private:
+    void buildButtons();
+    void applyColors();
+    void showKind(std::size_t kind);
+    void showSettingsState(const std::string& path);
+    void save(const std::string& done);
+
+    BASUserDefaults* _settings = nullptr; // belongs to the registry
+    bool _writable = false;               // no: the file holds something that we cannot read
+    Ref<PageView> _page;
+    Ref<NSWindow> _window;
+    std::vector<Ref<ZuToolButton>> _buttons; // one for each kind, then the one for the appearance
+};

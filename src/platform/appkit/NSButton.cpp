@@ -1,0 +1,159 @@
+#include "platform/appkit/NSButton.h"
+
+#include "platform/appkit/NSEvent.h"
+#include "platform/foundation/ClassTable.h"
+#include "platform/foundation/NSString.h"
+#include "platform/graphics/NSAttributes.h"
+#include "platform/graphics/NSBezierPath.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSFont.h"
+#include "platform/graphics/NSImage.h"
+
+#include <array>
+
+namespace
+{
+
+constexpr double kTitleSize = 13.0;
+constexpr double kFaceWhite = 0.96;
+constexpr double kPressedFaceWhite = 0.85;
+
+constexpr std::array kProperties{
+    property<&NSButton::title, &NSButton::setTitle>("title"),
+    property<&NSButton::alternateTitle, &NSButton::setAlternateTitle>("alternateTitle"),
+    property<&NSButton::image, &NSButton::setImage>("image"),
+    property<&NSButton::alternateImage, &NSButton::setAlternateImage>("alternateImage"),
+};
+constexpr std::array kSelectors{
+    selector<&NSButton::performClick>("performClick:"),
+};
+
+} // namespace
+
+constinit const ClassTable NSButton::table{"NSButton", &NSControl::table, kProperties, kSelectors};
+
+const ClassTable& NSButton::classTable() const
+{
+    return table;
+}
+
+NSButton::NSButton() = default;
+
+NSButton::~NSButton() = default;
+
+NSButton* NSButton::initWithFrame(NSRect frame)
+{
+    NSControl::initWithFrame(frame);
+    return this;
+}
+
+Ref<NSString> NSButton::title() const
+{
+    return _title.get();
+}
+
+void NSButton::setTitle(Ref<NSString> title)
+{
+    _title.set(title);
+    setNeedsDisplay();
+}
+
+Ref<NSString> NSButton::alternateTitle() const
+{
+    return _alternateTitle.get();
+}
+
+void NSButton::setAlternateTitle(Ref<NSString> title)
+{
+    _alternateTitle.set(title);
+    setNeedsDisplay();
+}
+
+Ref<NSImage> NSButton::image() const
+{
+    return _image.get();
+}
+
+void NSButton::setImage(Ref<NSImage> image)
+{
+    _image.set(std::move(image));
+    setNeedsDisplay();
+}
+
+Ref<NSImage> NSButton::alternateImage() const
+{
+    return _alternateImage.get();
+}
+
+void NSButton::setAlternateImage(Ref<NSImage> image)
+{
+    _alternateImage.set(std::move(image));
+    setNeedsDisplay();
+}
+
+void NSButton::performClick(NSObject* /*sender*/)
+{
+    if (isEnabled()) {
+        sendAction_to(action(), target().get());
+    }
+}
+
+void NSButton::drawRect(NSRect /*rect*/)
+{
+    const NSRect face = bounds();
+    NSColor::colorWithCalibratedWhite_alpha(_highlighted ? kPressedFaceWhite : kFaceWhite, 1.0)->setFill();
+    NSBezierPath::fillRect(face);
+    NSColor::grayColor()->setStroke();
+    NSBezierPath::strokeRect(face);
+
+    const Ref<NSString> title = this->title();
+    if (!title) {
+        return;
+    }
+    const NSAttributes attributes{
+        {NSFontAttributeName, NSFont::fontWithName_size("Arial", kTitleSize)},
+        {NSForegroundColorAttributeName, isEnabled() ? NSColor::blackColor() : NSColor::grayColor()}};
+    const NSSize size = title->sizeWithAttributes(attributes);
+    title->drawInRect_withAttributes(NSMakeRect((face.size.width - size.width) * 0.5,
+                                                (face.size.height - size.height) * 0.5, size.width,
+                                                size.height),
+                                     attributes);
+}
+
+bool NSButton::contains(const NSEvent& event) const
+{
+    const NSPoint point = convertPoint_fromView(event.locationInWindow(), nullptr);
+    return NSMouseInRect(point, bounds(), isFlipped());
+}
+
+void NSButton::setHighlighted(bool highlighted)
+{
+    _highlighted = highlighted;
+    setNeedsDisplay();
+}
+
+void NSButton::mouseDown(NSEvent* /*event*/)
+{
+    if (isEnabled()) {
+        _pressed = true;
+        setHighlighted(true);
+    }
+}
+
+void NSButton::mouseDragged(NSEvent* event)
+{
+    if (_pressed && contains(*event) != _highlighted) {
+        setHighlighted(!_highlighted);
+    }
+}
+
+void NSButton::mouseUp(NSEvent* event)
+{
+    if (!std::exchange(_pressed, false)) {
+        return;
+    }
+    setHighlighted(false);
+    if (contains(*event)) {
+        performClick(this);
+    }
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/appkit/NSControl.h"
+
+class NSImage;
+class NSString;
+
+/// A push button: tracks a press from the mouse going down inside to its release, and sends its action if
+/// that happens inside, too. Draws a plain face with its title.
+class TESSALINE_EXPORT NSButton : public NSControl
+{
+public:
+    NSButton();
+
+    NSButton* initWithFrame(NSRect frame) override;
+
+    /// The button's texts and images, null by default; texts are copied. Each setter asks for a redraw.
+    Ref<NSString> title() const;
+    void setTitle(Ref<NSString> title);
+    Ref<NSString> alternateTitle() const;
+    void setAlternateTitle(Ref<NSString> title);
+    Ref<NSImage> image() const;
+    void setImage(Ref<NSImage> image);
+    Ref<NSImage> alternateImage() const;
+    void setAlternateImage(Ref<NSImage> image);
+
+    /// Whether a press is being tracked whose pointer is inside.
+    bool isHighlighted() const { return _highlighted; }
+
+    /// Sends the action as a click would, unless the button is disabled.
+    void performClick(NSObject* sender);
+
+    void drawRect(NSRect rect) override;
+    void mouseDown(NSEvent* event) override;
+    void mouseDragged(NSEvent* event) override;
+    void mouseUp(NSEvent* event) override;
+
+    const ClassTable& classTable() const override;
+    static const ClassTable table;
+
+protected:
+    ~NSButton() override;
+
+private:
+    bool contains(const NSEvent& event) const;
+    void setHighlighted(bool highlighted);
+
+    CopyProperty<NSString> _title;
+    CopyProperty<NSString> _alternateTitle;
+    RetainProperty<NSImage> _image;
+    RetainProperty<NSImage> _alternateImage;
+    bool _pressed = false; // a press is being tracked
+    bool _highlighted = false;
+};

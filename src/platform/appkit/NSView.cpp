@@ -1,0 +1,349 @@
+#include "platform/appkit/NSView.h"
+
+#include "platform/appkit/NSEvent.h"
+#include "platform/appkit/NSTrackingArea.h"
+#include "platform/appkit/NSWindow.h"
+#include "platform/foundation/ClassTable.h"
+#include "platform/foundation/Diagnostics.h"
+#include "platform/foundation/NSString.h"
+#include "platform/graphics/NSImage.h"
+#include "platform/qt/Conversions.h"
+#include "platform/qt/Native.h"
+#include "platform/qt/ViewPeer.h"
+
+#include <QImage>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace
+{
+
+constexpr std::array kProperties{
+    property<&NSView::isHidden, &NSView::setHidden>("hidden"),
+    property<&NSView::toolTip, &NSView::setToolTip>("toolTip"),
+};
+
+} // namespace
+
+constinit const ClassTable NSView::table{"NSView", &NSObject::table, kProperties, {}};
+
+const ClassTable& NSView::classTable() const
+{
+    return table;
+}
+
+NSView::NSView() = default;
+
+NSView::~NSView()
+{
+    detachPeersOfSubviews();
+    for (const Ref<NSView>& subview : _subviews) {
+        subview->_superview = nullptr;
+    }
+    if (_peer != nullptr) {
+        std::exchange(_peer, nullptr)->abandon();
+    }
+}
+
+NSView* NSView::initWithFrame(NSRect frame)
+{
+    setFrame(frame);
+    return this;
+}
+
+// Geometry
+
+void NSView::setFrame(NSRect frame)
+{
+    const auto atLeastZero = [](double length) { return length > 0.0 ? length : 0.0; };
+    const NSSize old = _frame.size;
+    _frame = {frame.origin, {atLeastZero(frame.size.width), atLeastZero(frame.size.height)}};
+    placePeer();
+    if (_frame.size == old) {
+        return;
+    }
+    setNeedsDisplay();
+    if (!isFlipped()) {
+        // Their distance from the bottom edge stays, and with it changes their distance from the top.
+        for (const Ref<NSView>& subview : _subviews) {
+            subview->placePeer();
+        }
+    }
+}
+
+NSPoint NSView::convertToSuperview(NSPoint point) const
+{
+    const bool superviewFlipped = _superview != nullptr && _superview->isFlipped();
+    const double y = isFlipped() == superviewFlipped ? point.y : _frame.size.height - point.y;
+    return {_frame.origin.x + point.x, _frame.origin.y + y};
+}
+
+NSPoint NSView::convertFromSuperview(NSPoint point) const
+{
+    const bool superviewFlipped = _superview != nullptr && _superview->isFlipped();
+    const double y = point.y - _frame.origin.y;
+    return {point.x - _frame.origin.x, isFlipped() == superviewFlipped ? y : _frame.size.height - y};
+}
+
+NSPoint NSView::convertToWindow(NSPoint point) const
+{
+    for (const NSView* view = this; view != nullptr; view = view->_superview) {
+        point = view->convertToSuperview(point);
+    }
+    return point;
+}
+
+NSPoint NSView::convertFromWindow(NSPoint point) const
+{
+    if (_superview != nullptr) {
+        point = _superview->convertFromWindow(point);
+    }
+    return convertFromSuperview(point);
+}
+
+NSPoint NSView::convertPoint_fromView(NSPoint point, const NSView* view) const
+{
+    return convertFromWindow(view == nullptr ? point : view->convertToWindow(point));
+}
+
+NSPoint NSView::convertPoint_toView(NSPoint point, const NSView* view) const
+{
+    const NSPoint inWindow = convertToWindow(point);
+    return view == nullptr ? inWindow : view->convertFromWindow(inWindow);
+}
+
+// The tree
+
+bool NSView::isSelfOrInside(const NSView& other) const
+{
+    for (const NSView* view = this; view != nullptr; view = view->_superview) {
+        if (view == &other) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void NSView::addSubview(Ref<NSView> view)
+{
+    if (!view || isSelfOrInside(*view)) {
+        diagnose("addSubview", "a view cannot be put into itself, and null is no view");
+        return;
+    }
+    view->removeFromSuperview();
+    view->_superview = this;
+    _subviews.push_back(view);
+    if (_peer != nullptr) {
+        view->widget();
+        view->attachPeerToSuperview();
+    }
+}
+
+void NSView::removeFromSuperview()
+{
+    if (_superview == nullptr) {
+        return;
+    }
+    const Ref<NSView> self(this);
+    if (_peer != nullptr) {
+        _peer->setParent(nullptr);
+    }
+    std::erase(std::exchange(_superview, nullptr)->_subviews, self);
+}
+
+Ref<NSWindow> NSView::window() const
+{
+    const NSView* top = this;
+    while (top->_superview != nullptr) {
+        top = top->_superview;
+    }
+    return top->_contentWindow;
+}
+
+void NSView::setHidden(bool hidden)
+{
+    _hidden = hidden;
+    // A peer without a parent would show as a window of its own.
+    if (_peer != nullptr && _peer->parentWidget() != nullptr) {
+        _peer->setVisible(!hidden);
+    }
+}
+
+Ref<NSString> NSView::toolTip() const
+{
+    return _toolTip.get();
+}
+
+void NSView::setToolTip(Ref<NSString> text)
+{
+    _toolTip.set(text);
+    if (_peer != nullptr) {
+        _peer->showToolTip(text.get());
+    }
+}
+
+// Drawing
+
+void NSView::drawRect(NSRect /*rect*/) {}
+
+void NSView::setNeedsDisplay(bool needed)
+{
+    if (needed) {
+        setNeedsDisplayInRect(bounds());
+    }
+}
+
+void NSView::setNeedsDisplayInRect(NSRect rect)
+{
+    if (NSIsEmptyRect(rect)) {
+        return;
+    }
+    _dirtyRect = NSUnionRect(_dirtyRect, rect);
+    if (_peer != nullptr) {
+        _peer->requestRepaint(rect);
+    }
+}
+
+NSRect NSView::takeUpdateRect(NSRect exposed)
+{
+    // What the toolkit repaints by itself (a subview changed, a window was uncovered) is no reason to
+    // have a view draw a smaller face than its own: views may take the rectangle for their size. The
+    // toolkit repaints whole points, hence the margin.
+    const NSRect dirty = std::exchange(_dirtyRect, NSZeroRect);
+    const bool asked = !NSIsEmptyRect(dirty) && NSContainsRect(NSInsetRect(dirty, -1.0, -1.0), exposed);
+    return asked ? dirty : bounds();
+}
+
+Ref<NSImage> NSView::imageOfBounds(double scale)
+{
+    constexpr double kLargestImage = 16384.0;
+    const double width = std::round(_frame.size.width * scale);
+    const double height = std::round(_frame.size.height * scale);
+    if (!(width >= 1.0 && height >= 1.0 && width <= kLargestImage && height <= kLargestImage)) {
+        return nullptr;
+    }
+    QImage image(static_cast<int>(width), static_cast<int>(height), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
+    widget()->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+
+    auto native = std::make_unique<NSImage::Native>();
+    native->image = std::move(image);
+    native->size = _frame.size;
+    return make<NSImage>(std::move(native));
+}
+
+// Events
+
+void NSView::mouseDown(NSEvent* event)
+{
+    if (_superview != nullptr) {
+        _superview->mouseDown(event);
+    }
+}
+
+void NSView::mouseDragged(NSEvent* event)
+{
+    if (_superview != nullptr) {
+        _superview->mouseDragged(event);
+    }
+}
+
+void NSView::mouseUp(NSEvent* event)
+{
+    if (_superview != nullptr) {
+        _superview->mouseUp(event);
+    }
+}
+
+void NSView::mouseEntered(NSEvent* /*event*/) {}
+
+void NSView::mouseExited(NSEvent* /*event*/) {}
+
+void NSView::addTrackingArea(Ref<NSTrackingArea> area)
+{
+    if (area) {
+        _trackingAreas.push_back(std::move(area));
+    }
+}
+
+void NSView::removeTrackingArea(NSTrackingArea* area)
+{
+    std::erase(_trackingAreas, area);
+}
+
+void NSView::updateTrackingAreas(std::optional<NSPoint> pointer, bool inKeyWindow)
+{
+    const std::vector<Ref<NSTrackingArea>> areas = _trackingAreas; // owners may change the view's
+    for (const Ref<NSTrackingArea>& area : areas) {
+        const bool active = (area->_options & NSTrackingMouseEnteredAndExited) != 0 &&
+                            (inKeyWindow || (area->_options & NSTrackingActiveInKeyWindow) == 0);
+        const bool inside = active && pointer && NSMouseInRect(*pointer, bounds(), isFlipped()) &&
+                            NSMouseInRect(*pointer, area->_rect, isFlipped());
+        const Ref<NSView> owner = area->owner();
+        if (inside == std::exchange(area->_entered, inside) || !owner) {
+            continue;
+        }
+        const NSPoint location = pointer ? convertPoint_toView(*pointer, nullptr) : NSPoint{};
+        const auto type = inside ? NSEventType::MouseEntered : NSEventType::MouseExited;
+        const Ref<NSEvent> event =
+            NSEvent::mouseEventWithType_location_window(type, location, window().get());
+        if (inside) {
+            owner->mouseEntered(event.get());
+        } else {
+            owner->mouseExited(event.get());
+        }
+    }
+}
+
+// The peer
+
+QWidget* NSView::widget()
+{
+    if (_peer != nullptr) {
+        return _peer;
+    }
+    _peer = new ViewPeer(*this);
+    _peer->showToolTip(toolTip().get());
+    placePeer();
+    for (const Ref<NSView>& subview : _subviews) {
+        subview->widget();
+        subview->attachPeerToSuperview();
+    }
+    return _peer;
+}
+
+void NSView::attachPeerToSuperview()
+{
+    _peer->setParent(_superview->_peer);
+    placePeer();
+    _peer->setVisible(!_hidden);
+}
+
+void NSView::placePeer()
+{
+    if (_peer == nullptr) {
+        return;
+    }
+    const auto [x, y] = _frame.origin;
+    const auto [width, height] = _frame.size;
+    const bool fromBottom = _superview != nullptr && !_superview->isFlipped();
+    const double top = fromBottom ? _superview->_frame.size.height - y - height : y;
+    const auto edge = [](double position) {
+        constexpr double kFarthest = 1 << 23; // beyond any screen, within what the toolkit takes
+        return static_cast<int>(std::lround(std::clamp(position, -kFarthest, kFarthest)));
+    };
+    _peer->place(
+        QRect(QPoint(edge(x), edge(top)), QSize(edge(x + width) - edge(x), edge(top + height) - edge(top))));
+}
+
+void NSView::detachPeersOfSubviews()
+{
+    for (const Ref<NSView>& subview : _subviews) {
+        if (subview->_peer != nullptr) {
+            subview->_peer->setParent(nullptr);
+        }
+    }
+}

@@ -1,0 +1,143 @@
+#pragma once
+
+#include "platform/foundation/NSGeometry.h"
+#include "platform/foundation/NSObject.h"
+#include "platform/foundation/Property.h"
+
+#include <optional>
+#include <vector>
+
+class NSEvent;
+class NSImage;
+class NSString;
+class NSTrackingArea;
+class NSWindow;
+class QWidget;
+class ViewPeer;
+
+/// A rectangle of a window that draws itself and takes events. A view keeps its subviews alive; its
+/// superview and its window it only knows. Everything here happens on the user-interface thread.
+class TESSALINE_EXPORT NSView : public NSObject
+{
+public:
+    NSView();
+
+    /// Set-up in code: places the view. Returns this view.
+    virtual NSView* initWithFrame(NSRect frame);
+
+    /// Set-up after loading from an interface file, when the whole tree exists.
+    virtual void awakeFromNib() {}
+
+    // Geometry
+
+    /// Whether the view's own y grows downwards from its top edge. A view that changes its answer calls
+    /// for a redraw and a new layout itself.
+    virtual bool isFlipped() const { return false; }
+
+    /// The view's place in its superview's coordinates. On screen it covers whole points: its edges are
+    /// rounded.
+    NSRect frame() const { return _frame; }
+    /// Places the view again; subviews keep their frames. Negative and NaN sizes become 0.
+    void setFrame(NSRect frame);
+    /// The view's rectangle in its own coordinates: its frame's size at (0, 0).
+    NSRect bounds() const { return {{}, _frame.size}; }
+
+    /// Convert from or to the coordinates of `view`, or of the window (origin bottom-left of its content)
+    /// if it is null. Outside of any window, the topmost superview's frame stands for its place in one.
+    NSPoint convertPoint_fromView(NSPoint point, const NSView* view) const;
+    NSPoint convertPoint_toView(NSPoint point, const NSView* view) const;
+
+    // The tree
+
+    /// Puts `view` on top of the other subviews, taking it from the superview it had. A view cannot
+    /// become a subview of itself or of a view inside it: that is reported and nothing happens.
+    void addSubview(Ref<NSView> view);
+    /// Takes the view from its superview, which may have been what kept it alive.
+    void removeFromSuperview();
+    const std::vector<Ref<NSView>>& subviews() const { return _subviews; }
+    /// Borrowed; null for a view without superview.
+    NSView* superview() const { return _superview; }
+    /// The window that the view is in; null if there is none.
+    Ref<NSWindow> window() const;
+
+    bool isHidden() const { return _hidden; }
+    void setHidden(bool hidden);
+
+    /// The text that shows when the pointer rests on the view; copied, null for none.
+    Ref<NSString> toolTip() const;
+    void setToolTip(Ref<NSString> text);
+
+    // Drawing
+
+    /// Draws the view in the current graphics context. `rect` is what must be redrawn: the bounds, or the
+    /// smallest rectangle around all that `setNeedsDisplayInRect` asked for since the last redraw. The
+    /// base class draws nothing.
+    virtual void drawRect(NSRect rect);
+
+    /// Ask for a redraw of all or of a part, to happen when events have been dealt with.
+    void setNeedsDisplay(bool needed = true);
+    void setNeedsDisplayInRect(NSRect rect);
+    /// Whether a redraw was asked for that has not happened yet.
+    bool needsDisplay() const { return !NSIsEmptyRect(_dirtyRect); }
+
+    /// A picture of the view and its subviews as they would show, with `scale` pixels to the point. Null
+    /// if the view has no area or the picture would exceed 16384 pixels in a direction.
+    Ref<NSImage> imageOfBounds(double scale);
+
+    // Events: the base class passes a press, its drags and its release on to the superview and ignores
+    // entry and exit.
+
+    virtual void mouseDown(NSEvent* event);
+    virtual void mouseDragged(NSEvent* event);
+    virtual void mouseUp(NSEvent* event);
+    virtual void mouseEntered(NSEvent* event);
+    virtual void mouseExited(NSEvent* event);
+
+    void addTrackingArea(Ref<NSTrackingArea> area);
+    /// Takes the area away without telling its owner; nothing happens if the view has no such area.
+    void removeTrackingArea(NSTrackingArea* area);
+    const std::vector<Ref<NSTrackingArea>>& trackingAreas() const { return _trackingAreas; }
+
+    /// The Qt widget that stands for this view, made at the first call together with those of its
+    /// subviews. It belongs to the view. A host application that is built on Qt itself can place it in
+    /// its own widgets.
+    QWidget* widget();
+
+    const ClassTable& classTable() const override;
+    static const ClassTable table;
+
+protected:
+    ~NSView() override;
+
+private:
+    friend class NSWindow;
+    friend class ViewPeer;
+
+    NSPoint convertToSuperview(NSPoint point) const;
+    NSPoint convertFromSuperview(NSPoint point) const;
+    NSPoint convertToWindow(NSPoint point) const;
+    NSPoint convertFromWindow(NSPoint point) const;
+    bool isSelfOrInside(const NSView& other) const;
+
+    /// Gives the peer its place and parent.
+    void placePeer();
+    void attachPeerToSuperview();
+    /// Takes the peers of the subviews out of this view's, so that they outlive it.
+    void detachPeersOfSubviews();
+
+    /// What to redraw when the toolkit repaints `exposed`; the redraw that was asked for is then done.
+    NSRect takeUpdateRect(NSRect exposed);
+    /// Tells the owners of tracking areas of entries and exits. `pointer` is in this view's coordinates,
+    /// without a value if the pointer is elsewhere.
+    void updateTrackingAreas(std::optional<NSPoint> pointer, bool inKeyWindow);
+
+    NSRect _frame;
+    NSRect _dirtyRect;
+    bool _hidden = false;
+    NSView* _superview = nullptr;
+    NSWindow* _contentWindow = nullptr; // the window whose content view this is
+    std::vector<Ref<NSView>> _subviews;
+    std::vector<Ref<NSTrackingArea>> _trackingAreas;
+    CopyProperty<NSString> _toolTip;
+    ViewPeer* _peer = nullptr; // owned; null until needed, or when its Qt parent destroyed it
+};

@@ -1,0 +1,119 @@
+#include "platform/appkit/NSWindow.h"
+
+#include "platform/appkit/NSView.h"
+#include "platform/foundation/NSString.h"
+#include "platform/qt/Conversions.h"
+#include "platform/qt/ViewPeer.h"
+
+#include <QGuiApplication>
+#include <QResizeEvent>
+#include <QScreen>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+/// The desktop's window: keeps its one child as large as itself.
+class WindowPeer final : public QWidget
+{
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        for (QWidget* content : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+            content->resize(event->size());
+        }
+    }
+};
+
+} // namespace
+
+NSWindow::NSWindow() : _peer(new WindowPeer) {}
+
+NSWindow::~NSWindow()
+{
+    setContentView(nullptr);
+    destroyWidget(_peer);
+}
+
+NSWindow* NSWindow::initWithContentRect_styleMask(NSRect contentRect, NSWindowStyleMask style)
+{
+    Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint;
+    flags.setFlag(Qt::WindowTitleHint, (style & NSWindowStyleMaskTitled) != 0);
+    flags.setFlag(Qt::WindowSystemMenuHint, (style & NSWindowStyleMaskTitled) != 0);
+    flags.setFlag(Qt::FramelessWindowHint, (style & NSWindowStyleMaskTitled) == 0);
+    flags.setFlag(Qt::WindowCloseButtonHint, (style & NSWindowStyleMaskClosable) != 0);
+    flags.setFlag(Qt::WindowMinimizeButtonHint, (style & NSWindowStyleMaskMiniaturizable) != 0);
+    flags.setFlag(Qt::WindowMaximizeButtonHint, (style & NSWindowStyleMaskResizable) != 0);
+    _peer->setWindowFlags(flags);
+
+    constexpr double kLargest = QWIDGETSIZE_MAX;
+    const QSize size(static_cast<int>(std::lround(std::clamp(contentRect.size.width, 1.0, kLargest))),
+                     static_cast<int>(std::lround(std::clamp(contentRect.size.height, 1.0, kLargest))));
+    if ((style & NSWindowStyleMaskResizable) == 0) {
+        _peer->setFixedSize(size);
+    }
+    _peer->resize(size);
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        const double bottom = screen->geometry().height() - contentRect.origin.y;
+        _peer->move(static_cast<int>(std::lround(contentRect.origin.x)),
+                    static_cast<int>(std::lround(bottom - contentRect.size.height)));
+    }
+    return this;
+}
+
+Ref<NSString> NSWindow::title() const
+{
+    return fromQt(_peer->windowTitle());
+}
+
+void NSWindow::setTitle(Ref<NSString> title)
+{
+    _peer->setWindowTitle(title ? toQt(*title) : QString());
+}
+
+void NSWindow::setContentView(Ref<NSView> view)
+{
+    if (_contentView == view) {
+        return;
+    }
+    if (_contentView) {
+        _contentView->_contentWindow = nullptr;
+        _contentView->widget()->setParent(nullptr);
+    }
+    _contentView = std::move(view);
+    if (!_contentView) {
+        return;
+    }
+    _contentView->removeFromSuperview();
+    _contentView->_contentWindow = this;
+    QWidget* content = _contentView->widget();
+    content->setParent(_peer);
+    content->setGeometry(_peer->rect());
+    _contentView->setFrame(fromQt(QRectF(_peer->rect())));
+    content->show();
+}
+
+void NSWindow::makeKeyAndOrderFront()
+{
+    _peer->show();
+    _peer->raise();
+    _peer->activateWindow();
+}
+
+bool NSWindow::isKeyWindow() const
+{
+    return _peer->isActiveWindow();
+}
+
+bool NSWindow::isVisible() const
+{
+    return _peer->isVisible();
+}
+
+void NSWindow::close()
+{
+    _peer->close();
+}

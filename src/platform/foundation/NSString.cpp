@@ -1,0 +1,44 @@
+#include "platform/foundation/NSString.h"
+
+#include "platform/qt/Conversions.h"
+
+#include <QString>
+#include <QStringDecoder>
+#include <QStringEncoder>
+
+#include <cstring>
+
+Ref<NSString> NSString::stringWithUTF8String(const char* text)
+{
+    if (text == nullptr) {
+        return nullptr;
+    }
+    // Stateless, so that an incomplete sequence at the end is an error and a byte-order mark is kept.
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    const QString decoded = decoder(QByteArrayView(text, static_cast<qsizetype>(std::strlen(text))));
+    return decoder.hasError() ? nullptr : fromQt(decoded);
+}
+
+Ref<NSString> NSString::stringWithCharacters(std::u16string_view characters)
+{
+    return make<NSString>(characters);
+}
+
+std::string NSString::UTF8String() const
+{
+    QStringEncoder encoder(QStringEncoder::Utf8);
+    const QByteArray bytes = encoder(QStringView(_characters));
+    return bytes.toStdString();
+}
+
+Ref<NSString> NSString::copy() const
+{
+    return const_cast<NSString*>(this);
+}
+
+bool NSString::isEqual(const NSObject* other) const
+{
+    const auto* string = dynamic_cast<const NSString*>(other);
+    return string != nullptr && _characters == string->_characters;
+}

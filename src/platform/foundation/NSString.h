@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/foundation/NSGeometry.h"
+#include "platform/foundation/NSObject.h"
+
+#include <string>
+#include <string_view>
+
+class NSAttributes;
+
+/// An immutable text of UTF-16 code units; lengths and ranges count these.
+class TESSALINE_EXPORT NSString final : public NSObject
+{
+public:
+    /// Null if `text` is null or no valid UTF-8.
+    static Ref<NSString> stringWithUTF8String(const char* text);
+    static Ref<NSString> stringWithCharacters(std::u16string_view characters);
+
+    std::size_t length() const { return _characters.size(); }
+    std::u16string_view characters() const { return _characters; }
+    /// Surrogates without a partner become U+FFFD.
+    std::string UTF8String() const;
+
+    /// This string itself, since it cannot change.
+    Ref<NSString> copy() const;
+    bool isEqual(const NSObject* other) const override;
+
+    /// The size of the text when drawn without wrapping: the widest line by the sum of the line heights,
+    /// in points, not rounded. An empty text has the height of a line.
+    NSSize sizeWithAttributes(const NSAttributes& attributes) const;
+
+    /// Draws the text into the current graphics context, left-aligned from the top of `rect`, wrapped at
+    /// word boundaries (a word wider than `rect` between characters) and clipped to `rect`. Draws nothing
+    /// into a rectangle without area.
+    void drawInRect_withAttributes(NSRect rect, const NSAttributes& attributes) const;
+
+private:
+    template <class T, class... Arguments> friend Ref<T> make(Arguments&&... arguments);
+    explicit NSString(std::u16string_view characters) : _characters(characters) {}
+
+    std::u16string _characters;
+};

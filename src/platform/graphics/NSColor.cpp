@@ -1,0 +1,69 @@
+#include "platform/graphics/NSColor.h"
+
+#include "platform/foundation/NSGeometry.h"
+#include "platform/graphics/NSGraphicsContext.h"
+
+Ref<NSColor> NSColor::colorWithSRGBRed_green_blue_alpha(double red, double green, double blue, double alpha)
+{
+    return make<NSColor>(Space::SRGB, std::array{red, green, blue, alpha});
+}
+
+Ref<NSColor> NSColor::colorWithCalibratedWhite_alpha(double white, double alpha)
+{
+    return make<NSColor>(Space::CalibratedWhite, std::array{white, white, white, alpha});
+}
+
+Ref<NSColor> NSColor::blackColor()
+{
+    static const Ref<NSColor> color = colorWithCalibratedWhite_alpha(0.0, 1.0);
+    return color;
+}
+
+Ref<NSColor> NSColor::whiteColor()
+{
+    static const Ref<NSColor> color = colorWithCalibratedWhite_alpha(1.0, 1.0);
+    return color;
+}
+
+Ref<NSColor> NSColor::grayColor()
+{
+    static const Ref<NSColor> color = colorWithCalibratedWhite_alpha(0.5, 1.0);
+    return color;
+}
+
+void NSColor::setFill() const
+{
+    if (NSGraphicsContext* context = NSGraphicsContext::currentContext()) {
+        context->setFillColor(*this);
+    }
+}
+
+void NSColor::setStroke() const
+{
+    if (NSGraphicsContext* context = NSGraphicsContext::currentContext()) {
+        context->setStrokeColor(*this);
+    }
+}
+
+void NSColor::set() const
+{
+    setFill();
+    setStroke();
+}
+
+std::string NSColor::description() const
+{
+    const auto [red, green, blue, alpha] = _components;
+    const std::string tail = ", " + NSStringFromNumber(alpha) + ")";
+    if (_space == Space::CalibratedWhite) {
+        return "white(" + NSStringFromNumber(red) + tail;
+    }
+    return "sRGB(" + NSStringFromNumber(red) + ", " + NSStringFromNumber(green) + ", " +
+           NSStringFromNumber(blue) + tail;
+}
+
+bool NSColor::isEqual(const NSObject* other) const
+{
+    const auto* color = dynamic_cast<const NSColor*>(other);
+    return color != nullptr && _space == color->_space && _components == color->_components;
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/graphics/NSGraphicsContext.h"
+
+#include <string>
+#include <vector>
+
+/// Writes down what is drawn, one line an operation, in order and in the coordinates of the caller.
+/// Numbers appear with the digits that name them exactly, so equal lines mean equal doubles:
+///
+///     strokeColor sRGB(0, 0, 1, 1)
+///     strokeRect {{0, 0}, {200, 60}} width 1
+///     drawImage "icon" {{4, 14.5}, {32, 32}} from {{0, 0}, {0, 0}} operation 2 fraction 1 respectFlipped
+///     drawText "Messages" {{54, 10}, {70.25, 16.1}} font "Arial Bold" 14 color white(0, 1)
+class TESSALINE_EXPORT NSRecordingGraphicsContext final : public NSGraphicsContext
+{
+public:
+    explicit NSRecordingGraphicsContext(bool flipped) : _flipped(flipped) {}
+
+    const std::vector<std::string>& operations() const { return _operations; }
+
+    bool isFlipped() const override { return _flipped; }
+    void saveGraphicsState() override;
+    void restoreGraphicsState() override;
+    void setFillColor(const NSColor& color) override;
+    void setStrokeColor(const NSColor& color) override;
+    void fillRect(NSRect rect) override;
+    void strokeRect(NSRect rect, double lineWidth) override;
+    void fillPath(const NSBezierPath& path) override;
+    void strokePath(const NSBezierPath& path) override;
+    void drawImage(const NSImage& image, NSRect rect, NSRect fromRect, NSCompositingOperation operation,
+                   double fraction, bool respectFlipped) override;
+    void drawText(const NSString& text, NSRect rect, const NSAttributes& attributes) override;
+
+private:
+    bool _flipped;
+    std::vector<std::string> _operations;
+};

@@ -1,0 +1,173 @@
+#include "platform/qt/PainterGraphicsContext.h"
+
+#include "platform/foundation/NSString.h"
+#include "platform/graphics/NSAttributes.h"
+#include "platform/graphics/NSBezierPath.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSImage.h"
+#include "platform/qt/Conversions.h"
+#include "platform/qt/Native.h"
+#include "platform/qt/TextLayout.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace
+{
+
+/// Keeps the painter's state as long as it lives.
+class PainterState
+{
+public:
+    explicit PainterState(QPainter& painter) : _painter(painter) { _painter.save(); }
+    ~PainterState() { _painter.restore(); }
+    PainterState(const PainterState&) = delete;
+    PainterState& operator=(const PainterState&) = delete;
+
+private:
+    QPainter& _painter;
+};
+
+/// Turns the painter upside down about the middle of `rect`.
+void flipAbout(QPainter& painter, NSRect rect)
+{
+    painter.translate(0.0, 2.0 * rect.origin.y + rect.size.height);
+    painter.scale(1.0, -1.0);
+}
+
+QPainterPath toQt(const NSBezierPath& path)
+{
+    QPainterPath result;
+    for (const NSBezierPath::Element& element : path.elements()) {
+        switch (element.type) {
+        case NSBezierPath::ElementType::MoveTo:
+            result.moveTo(toQt(element.points[0]));
+            break;
+        case NSBezierPath::ElementType::LineTo:
+            result.lineTo(toQt(element.points[0]));
+            break;
+        case NSBezierPath::ElementType::CurveTo:
+            result.cubicTo(toQt(element.points[0]), toQt(element.points[1]), toQt(element.points[2]));
+            break;
+        case NSBezierPath::ElementType::Close:
+            result.closeSubpath();
+            break;
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+PainterGraphicsContext::PainterGraphicsContext(QPainter& painter, bool flipped, double height)
+    : _painter(painter), _flipped(flipped)
+{
+    _painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform |
+                            QPainter::TextAntialiasing);
+    if (!flipped) {
+        flipAbout(_painter, NSMakeRect(0.0, 0.0, 0.0, height));
+    }
+}
+
+void PainterGraphicsContext::saveGraphicsState()
+{
+    _states.push_back(_states.back());
+}
+
+void PainterGraphicsContext::restoreGraphicsState()
+{
+    if (_states.size() > 1) {
+        _states.pop_back();
+    }
+}
+
+void PainterGraphicsContext::setFillColor(const NSColor& color)
+{
+    state().fill = ::toQt(color);
+}
+
+void PainterGraphicsContext::setStrokeColor(const NSColor& color)
+{
+    state().stroke = ::toQt(color);
+}
+
+void PainterGraphicsContext::fillRect(NSRect rect)
+{
+    _painter.fillRect(::toQt(rect), state().fill);
+}
+
+void PainterGraphicsContext::strokeRect(NSRect rect, double lineWidth)
+{
+    strokePath(*NSBezierPath::bezierPathWithRect(rect), lineWidth);
+}
+
+void PainterGraphicsContext::fillPath(const NSBezierPath& path)
+{
+    QPainterPath shape = toQt(path);
+    shape.setFillRule(Qt::WindingFill);
+    _painter.fillPath(shape, state().fill);
+}
+
+void PainterGraphicsContext::strokePath(const NSBezierPath& path)
+{
+    strokePath(path, path.lineWidth());
+}
+
+void PainterGraphicsContext::strokePath(const NSBezierPath& path, double lineWidth)
+{
+    if (!(lineWidth > 0.0)) {
+        _painter.strokePath(toQt(path), QPen(state().stroke, 0.0)); // the thinnest line
+        return;
+    }
+    // Through its outline: the painter's own thin lines do not fill the corners of a frame.
+    QPainterPathStroker stroker;
+    stroker.setWidth(lineWidth);
+    stroker.setCapStyle(Qt::FlatCap);
+    stroker.setJoinStyle(Qt::MiterJoin);
+    _painter.fillPath(stroker.createStroke(toQt(path)), state().stroke);
+}
+
+void PainterGraphicsContext::drawImage(const NSImage& image, NSRect rect, NSRect fromRect,
+                                       NSCompositingOperation /*operation*/, double fraction,
+                                       bool respectFlipped)
+{
+    const QImage& pixels = image.native().image;
+    const NSSize size = image.size();
+    if (pixels.isNull() || NSIsEmptyRect(rect)) {
+        return;
+    }
+    QRectF source(QPointF(), pixels.size());
+    if (fromRect != NSZeroRect) {
+        const double scaleX = pixels.width() / size.width;
+        const double scaleY = pixels.height() / size.height;
+        source = {fromRect.origin.x * scaleX, fromRect.origin.y * scaleY, fromRect.size.width * scaleX,
+                  fromRect.size.height * scaleY};
+    }
+    const PainterState keep(_painter);
+    _painter.setOpacity(fraction);
+    if (!_flipped || !respectFlipped) {
+        flipAbout(_painter, rect);
+    }
+    _painter.drawImage(::toQt(rect), pixels, source);
+}
+
+void PainterGraphicsContext::drawText(const NSString& text, NSRect rect, const NSAttributes& attributes)
+{
+    if (NSIsEmptyRect(rect)) {
+        return;
+    }
+    // Unwrapped first: a rectangle that was measured for the text must not break it by a rounding.
+    constexpr double kRounding = 1.0 / 64.0; // of the widths that text is shaped in
+    auto layout = TextLayout::of(text, attributes, TextLayout::kUnlimited);
+    if (layout->size().width > rect.size.width + kRounding) {
+        layout = TextLayout::of(text, attributes, rect.size.width);
+    }
+    const PainterState keep(_painter);
+    if (!_flipped) {
+        flipAbout(_painter, rect);
+    }
+    const NSColor* color = attributes[NSForegroundColorAttributeName];
+    _painter.setPen(color == nullptr ? QColor(Qt::black) : ::toQt(*color));
+    _painter.setClipRect(::toQt(rect), Qt::IntersectClip);
+    layout->draw(_painter, ::toQt(rect.origin));
+}

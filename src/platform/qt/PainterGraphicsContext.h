@@ -1,0 +1,47 @@
+#pragma once
+
+// Drawing through Qt. Private to the platform layer.
+
+#include "platform/graphics/NSGraphicsContext.h"
+
+#include <QColor>
+
+#include <vector>
+
+class QPainter;
+
+/// Paints what is drawn with a painter, which is borrowed and must outlive the context's use. The
+/// painter's coordinates are those of a widget: its origin top-left, y downwards.
+class PainterGraphicsContext final : public NSGraphicsContext
+{
+public:
+    /// `height` is the height of the drawing view; unless `flipped`, y is counted upwards from there.
+    PainterGraphicsContext(QPainter& painter, bool flipped, double height);
+
+    bool isFlipped() const override { return _flipped; }
+    void saveGraphicsState() override;
+    void restoreGraphicsState() override;
+    void setFillColor(const NSColor& color) override;
+    void setStrokeColor(const NSColor& color) override;
+    void fillRect(NSRect rect) override;
+    void strokeRect(NSRect rect, double lineWidth) override;
+    void fillPath(const NSBezierPath& path) override;
+    void strokePath(const NSBezierPath& path) override;
+    void drawImage(const NSImage& image, NSRect rect, NSRect fromRect, NSCompositingOperation operation,
+                   double fraction, bool respectFlipped) override;
+    void drawText(const NSString& text, NSRect rect, const NSAttributes& attributes) override;
+
+private:
+    struct State {
+        QColor fill = Qt::black;
+        QColor stroke = Qt::black;
+    };
+
+    void strokePath(const NSBezierPath& path, double lineWidth);
+
+    State& state() { return _states.back(); }
+
+    QPainter& _painter;
+    bool _flipped;
+    std::vector<State> _states{State{}};
+};

@@ -1,0 +1,198 @@
+#include "platform/qt/ViewPeer.h"
+
+#include "platform/appkit/NSEvent.h"
+#include "platform/appkit/NSView.h"
+#include "platform/appkit/NSWindow.h"
+#include "platform/foundation/NSString.h"
+#include "platform/qt/Conversions.h"
+#include "platform/qt/PainterGraphicsContext.h"
+
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QTextDocument> // Qt::mightBeRichText
+
+namespace
+{
+
+/// Events of peers that are being handled at the moment, nested ones included.
+int eventsInProgress = 0;
+
+class EventInProgress
+{
+public:
+    EventInProgress() { ++eventsInProgress; }
+    ~EventInProgress() { --eventsInProgress; }
+    EventInProgress(const EventInProgress&) = delete;
+    EventInProgress& operator=(const EventInProgress&) = delete;
+};
+
+} // namespace
+
+void destroyWidget(QWidget* widget)
+{
+    if (eventsInProgress == 0) {
+        delete widget;
+        return;
+    }
+    widget->setParent(nullptr); // off the screen
+    widget->deleteLater();
+}
+
+ViewPeer::ViewPeer(NSView& view) : _view(&view)
+{
+    setMouseTracking(true);
+}
+
+ViewPeer::~ViewPeer()
+{
+    if (_view != nullptr) {
+        // The peers of the subviews are not Qt's to destroy.
+        _view->detachPeersOfSubviews();
+        _view->_peer = nullptr;
+    }
+}
+
+void ViewPeer::abandon()
+{
+    _view = nullptr;
+    destroyWidget(this);
+}
+
+void ViewPeer::place(const QRect& geometry)
+{
+    _placed = geometry.size();
+    setGeometry(geometry);
+}
+
+void ViewPeer::showToolTip(const NSString* text)
+{
+    if (text == nullptr) {
+        setToolTip({});
+        return;
+    }
+    // Shown as it stands: what looks like mark-up must not be taken for it.
+    const QString plain = toQt(*text);
+    const QLatin1String paragraph("<p style='white-space: pre-wrap'>%1</p>");
+    setToolTip(Qt::mightBeRichText(plain) ? QString(paragraph).arg(plain.toHtmlEscaped()) : plain);
+}
+
+void ViewPeer::requestRepaint(NSRect rect)
+{
+    if (!_view->isFlipped()) {
+        rect.origin.y = _view->bounds().size.height - rect.origin.y - rect.size.height;
+    }
+    update(toQt(rect).toAlignedRect());
+}
+
+bool ViewPeer::event(QEvent* event)
+{
+    if (_view == nullptr) {
+        return QWidget::event(event);
+    }
+    const EventInProgress progress;
+    const Ref<NSView> view(_view); // may be let go by whatever the event leads to
+    const bool result = QWidget::event(event);
+    if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate) {
+        updateTracking();
+    }
+    return result;
+}
+
+void ViewPeer::paintEvent(QPaintEvent* event)
+{
+    if (_view == nullptr) {
+        return;
+    }
+    const bool flipped = _view->isFlipped();
+    const double height = _view->bounds().size.height;
+    NSRect exposed = fromQt(QRectF(event->rect()));
+    if (!flipped) {
+        exposed.origin.y = height - exposed.origin.y - exposed.size.height;
+    }
+    QPainter painter(this);
+    const Ref<PainterGraphicsContext> context = make<PainterGraphicsContext>(painter, flipped, height);
+    const NSGraphicsContext::Scope scope(*context);
+    _view->drawRect(_view->takeUpdateRect(exposed));
+}
+
+void ViewPeer::resizeEvent(QResizeEvent* event)
+{
+    // The window sizes its content view, and a host its views; all others are sized by their frames.
+    if (_view != nullptr && event->size() != _placed) {
+        const QSizeF size = event->size();
+        _view->setFrame({_view->frame().origin, {size.width(), size.height()}});
+    }
+}
+
+NSPoint ViewPeer::toView(QPointF position) const
+{
+    const double height = _view->bounds().size.height;
+    return {position.x(), _view->isFlipped() ? position.y() : height - position.y()};
+}
+
+Ref<NSEvent> ViewPeer::eventAt(QPointF position, NSEventType type) const
+{
+    const NSPoint location = _view->convertPoint_toView(toView(position), nullptr);
+    return NSEvent::mouseEventWithType_location_window(type, location, _view->window().get());
+}
+
+void ViewPeer::pointerAt(std::optional<QPointF> position)
+{
+    _pointer = position;
+    updateTracking();
+}
+
+void ViewPeer::updateTracking()
+{
+    if (_view != nullptr) {
+        const auto pointer = _pointer ? std::optional(toView(*_pointer)) : std::nullopt;
+        _view->updateTrackingAreas(pointer, isActiveWindow());
+    }
+}
+
+void ViewPeer::enterEvent(QEnterEvent* event)
+{
+    pointerAt(event->position());
+}
+
+void ViewPeer::leaveEvent(QEvent* /*event*/)
+{
+    pointerAt(std::nullopt);
+}
+
+void ViewPeer::mouseMoveEvent(QMouseEvent* event)
+{
+    if (event->buttons() == Qt::NoButton) {
+        pointerAt(event->position());
+        return;
+    }
+    _pointer = event->position();
+    if (_view != nullptr && event->buttons().testFlag(Qt::LeftButton)) {
+        _view->mouseDragged(eventAt(event->position(), NSEventType::LeftMouseDragged).get());
+    }
+}
+
+void ViewPeer::mousePressEvent(QMouseEvent* event)
+{
+    event->setAccepted(event->button() == Qt::LeftButton);
+    if (_view != nullptr && event->isAccepted()) {
+        _view->mouseDown(eventAt(event->position(), NSEventType::LeftMouseDown).get());
+    }
+}
+
+void ViewPeer::mouseReleaseEvent(QMouseEvent* event)
+{
+    event->setAccepted(event->button() == Qt::LeftButton);
+    if (_view != nullptr && event->isAccepted()) {
+        _view->mouseUp(eventAt(event->position(), NSEventType::LeftMouseUp).get());
+    }
+    if (event->buttons() == Qt::NoButton) {
+        pointerAt(event->position());
+    }
+}
+
+void ViewPeer::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    mousePressEvent(event); // the second of two quick presses is a press like any other
+}

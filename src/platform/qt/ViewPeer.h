@@ -1,0 +1,60 @@
+#pragma once
+
+// The widget behind a view. Private to the platform layer.
+
+#include "platform/foundation/NSGeometry.h"
+#include "platform/foundation/Ref.h"
+
+#include <QWidget>
+
+#include <optional>
+
+class NSEvent;
+class NSString;
+class NSView;
+enum class NSEventType : unsigned long;
+
+/// Destroys a widget that belongs to a view or window: at once, or, while an event of some view is being
+/// handled, as soon as that is done.
+void destroyWidget(QWidget* widget);
+
+/// Shows a view and hands it what happens to it. Belongs to the view; should Qt destroy it first (with a
+/// host's window), the view is told and makes a new one when needed.
+class ViewPeer final : public QWidget
+{
+public:
+    explicit ViewPeer(NSView& view);
+    ~ViewPeer() override;
+
+    /// Called by the view's destructor: nothing reaches the view any more, and the widget is destroyed.
+    void abandon();
+
+    /// Gives the widget the place of the view's frame.
+    void place(const QRect& geometry);
+
+    void showToolTip(const NSString* text);
+
+    /// Asks for a repaint of `rect`, in the view's coordinates.
+    void requestRepaint(NSRect rect);
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+private:
+    NSPoint toView(QPointF position) const;
+    Ref<NSEvent> eventAt(QPointF position, NSEventType type) const;
+    void pointerAt(std::optional<QPointF> position);
+    void updateTracking();
+
+    NSView* _view;                   // null once the view is gone
+    QSize _placed;                   // the size that the view's frame asks for
+    std::optional<QPointF> _pointer; // where the pointer is, in the widget's coordinates, if it is inside
+};

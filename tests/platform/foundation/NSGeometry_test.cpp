@@ -1,0 +1,42 @@
+#include "platform/foundation/NSGeometry.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace
+{
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+TEST(NSGeometryTest, EdgesBelongToOneOfTwoNeighbours)
+{
+    const NSRect rect = NSMakeRect(10.0, 20.0, 30.0, 40.0);
+    EXPECT_TRUE(NSPointInRect({10.0, 20.0}, rect));
+    EXPECT_FALSE(NSPointInRect({40.0, 20.0}, rect));
+    EXPECT_FALSE(NSPointInRect({10.0, 60.0}, rect));
+    EXPECT_FALSE(NSPointInRect({kNaN, 30.0}, rect));
+
+    EXPECT_TRUE(NSMouseInRect({10.0, 20.0}, rect, true));
+    EXPECT_FALSE(NSMouseInRect({10.0, 60.0}, rect, true));
+    EXPECT_FALSE(NSMouseInRect({10.0, 20.0}, rect, false));
+    EXPECT_TRUE(NSMouseInRect({10.0, 60.0}, rect, false));
+}
+
+TEST(NSGeometryTest, RectanglesWithoutAreaCountForNothing)
+{
+    const NSRect rect = NSMakeRect(1.0, 2.0, 3.0, 4.0);
+    EXPECT_EQ(NSUnionRect(rect, NSMakeRect(100.0, 100.0, 0.0, 5.0)), rect);
+    EXPECT_EQ(NSUnionRect(NSMakeRect(100.0, 100.0, -1.0, 5.0), rect), rect);
+    EXPECT_EQ(NSUnionRect(NSZeroRect, NSMakeRect(1.0, 1.0, kNaN, 1.0)), NSZeroRect);
+    EXPECT_EQ(NSUnionRect(rect, NSMakeRect(-1.0, 5.0, 1.0, 10.0)), NSMakeRect(-1.0, 2.0, 5.0, 13.0));
+    EXPECT_TRUE(NSIsEmptyRect(NSMakeRect(0.0, 0.0, kNaN, 1.0)));
+}
+
+TEST(NSGeometryTest, NumbersAreWrittenExactly)
+{
+    EXPECT_EQ(NSStringFromRect(NSMakeRect(0.1, -0.5, 1.0 / 3.0, 1e21)),
+              "{{0.1, -0.5}, {0.3333333333333333, 1e+21}}");
+}
+
+} // namespace

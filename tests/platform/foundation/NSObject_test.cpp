@@ -1,0 +1,102 @@
+#include "platform/foundation/NSObject.h"
+
+#include "platform/foundation/Weak.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <thread>
+#include <vector>
+
+namespace
+{
+
+class Watched : public NSObject
+{
+public:
+    explicit Watched(std::function<void(Watched&)> atEnd) : _atEnd(std::move(atEnd)) {}
+
+protected:
+    ~Watched() override { _atEnd(*this); }
+
+private:
+    std::function<void(Watched&)> _atEnd;
+};
+
+TEST(NSObjectTest, DiesWithItsLastReference)
+{
+    int deaths = 0;
+    Ref<Watched> first = make<Watched>([&](Watched&) { ++deaths; });
+    Ref<NSObject> second = first;
+    first = nullptr;
+    EXPECT_EQ(deaths, 0);
+    Ref<NSObject> third = std::move(second);
+    const Ref<NSObject>& same = third;
+    third = same;
+    EXPECT_EQ(deaths, 0);
+    third = nullptr;
+    EXPECT_EQ(deaths, 1);
+}
+
+TEST(NSObjectTest, WeakReferencesBecomeNull)
+{
+    Ref<Watched> object = make<Watched>([](Watched&) {});
+    const Weak<Watched> early(object);
+    const Weak<Watched> late = early;
+    EXPECT_EQ(early.get(), object);
+    object = nullptr;
+    EXPECT_EQ(early.get(), nullptr);
+    EXPECT_EQ(late.get(), nullptr);
+    EXPECT_EQ(Weak<Watched>().get(), nullptr);
+    EXPECT_EQ(Weak<Watched>(nullptr).get(), nullptr);
+}
+
+TEST(NSObjectTest, MayReferToItselfWhileItDies)
+{
+    int deaths = 0;
+    Weak<Watched> before;
+    Weak<Watched> during;
+    Ref<Watched> object = make<Watched>([&](Watched& self) {
+        ++deaths;
+        const Ref<Watched> again(&self); // as when it is looked up in a list that still has it
+        during = &self;
+        EXPECT_EQ(before.get(), nullptr);
+        EXPECT_EQ(during.get(), nullptr);
+    });
+    before = object;
+    object = nullptr;
+    EXPECT_EQ(deaths, 1);
+    EXPECT_EQ(during.get(), nullptr);
+
+    object = make<Watched>([&](Watched& self) { during = &self; }); // no weak reference before
+    object = nullptr;
+    EXPECT_EQ(during.get(), nullptr);
+}
+
+TEST(NSObjectTest, IsCountedFromManyThreads)
+{
+    std::atomic<int> deaths = 0;
+    for (int round = 0; round < 200; ++round) {
+        Ref<Watched> object = make<Watched>([&](Watched&) { ++deaths; });
+        const Weak<Watched> weak(object);
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 4; ++i) {
+            threads.emplace_back([mine = object, weak]() mutable {
+                for (int j = 0; j < 50; ++j) {
+                    const Ref<Watched> shared = mine;
+                    EXPECT_EQ(weak.get(), shared);
+                }
+                mine = nullptr;
+                while (weak.get()) { // until the others have let go, too
+                }
+            });
+        }
+        object = nullptr;
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+    }
+    EXPECT_EQ(deaths, 200);
+}
+
+} // namespace

@@ -1,0 +1,175 @@
+#include "window/ZuToolButton.h"
+
+#include "platform/appkit/NSApplication.h"
+#include "platform/appkit/NSWindow.h"
+#include "platform/foundation/ClassTable.h"
+#include "platform/graphics/NSBezierPath.h"
+#include "platform/graphics/NSColor.h"
+#include "real/Desktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QColor>
+#include <QWidget>
+
+#include <array>
+
+namespace
+{
+
+class Counter : public NSObject
+{
+public:
+    void clicked(NSObject* /*sender*/) { ++clicks; }
+
+    const ClassTable& classTable() const override { return table; }
+    static const ClassTable table;
+
+    int clicks = 0;
+};
+
+constexpr std::array kSelectors{selector<&Counter::clicked>("clicked:")};
+constinit const ClassTable Counter::table{"Counter", &NSObject::table, {}, kSelectors};
+
+class Background : public NSView
+{
+    void drawRect(NSRect rect) override
+    {
+        NSColor::grayColor()->setFill();
+        NSBezierPath::fillRect(rect);
+    }
+};
+
+Ref<NSWindow> windowAt(double x, double y)
+{
+    return make<NSWindow>()->initWithContentRect_styleMask(NSMakeRect(x, y, 300.0, 160.0), 0);
+}
+
+/// A button in the middle of a window, and a second window that can take the keyboard away.
+class ZuToolButtonRealTest : public testing::Test
+{
+protected:
+    ZuToolButtonRealTest()
+    {
+        content->addSubview(button);
+        button->setTarget(counter.get());
+        button->setAction(SEL{"clicked:"});
+        window->setContentView(content);
+        other->setContentView(make<NSView>());
+        desktop::movePointer(outside());
+        other->makeKeyAndOrderFront();
+        window->makeKeyAndOrderFront();
+        EXPECT_TRUE(desktop::waitUntil([&] { return window->isVisible() && other->isVisible(); }));
+        makeKey(*window);
+    }
+
+    ~ZuToolButtonRealTest() override
+    {
+        // Seen by Qt, which drops a motion to where it saw the pointer last: the next test begins here.
+        desktop::movePointer(outside());
+        EXPECT_TRUE(desktop::waitUntil([&] { return !button->widget()->underMouse(); }));
+    }
+
+    static unsigned long identifier(NSWindow& window)
+    {
+        return window.contentView()->widget()->window()->winId();
+    }
+    void makeKey(NSWindow& which)
+    {
+        desktop::focus(identifier(which));
+        EXPECT_TRUE(desktop::waitUntil([&] { return which.isKeyWindow(); }));
+    }
+
+    QPoint inside() const { return button->widget()->mapToGlobal(QPoint(190, 50)); }
+    QPoint outside() const { return content->widget()->mapToGlobal(QPoint(5, 5)); }
+
+    /// The colours in the middle of the face's free part and of its frame, as they stand on the screen.
+    std::string faceOnScreen() const { return desktop::colorOnScreen(inside()).name().toStdString(); }
+    std::string frameOnScreen() const
+    {
+        return desktop::colorOnScreen(button->widget()->mapToGlobal(QPoint(100, 0))).name().toStdString();
+    }
+    bool looks(const char* face, const char* frame) const
+    {
+        return desktop::waitUntil([&] { return faceOnScreen() == face && frameOnScreen() == frame; });
+    }
+    bool looksNormal() const { return looks(kBackground, kNormalFrame); }
+    bool looksHover() const { return looks(kBackground, kHoverFrame); }
+    bool looksPressed() const { return looks("#0000ff", "#0000ff"); }
+
+    // The content is grey 0.5; a frame covers half of the outermost points.
+    static constexpr const char* kBackground = "#808080";
+    static constexpr const char* kNormalFrame = "#c0c0c0";
+    static constexpr const char* kHoverFrame = "#4040c0";
+
+    Ref<NSApplication> application = NSApplication::sharedApplication();
+    Ref<Counter> counter = make<Counter>();
+    Ref<NSWindow> window = windowAt(100.0, 400.0);
+    Ref<NSWindow> other = windowAt(600.0, 400.0);
+    Ref<NSView> content = make<Background>()->initWithFrame(NSMakeRect(0.0, 0.0, 300.0, 160.0));
+    Ref<ZuToolButton> button = make<ZuToolButton>()->initWithFrame(NSMakeRect(50.0, 50.0, 200.0, 60.0));
+};
+
+TEST_F(ZuToolButtonRealTest, FollowsThePointerThroughAClick)
+{
+    EXPECT_TRUE(looksNormal());
+    desktop::movePointer(inside());
+    EXPECT_TRUE(looksHover());
+    desktop::press();
+    EXPECT_TRUE(looksPressed());
+    EXPECT_EQ(counter->clicks, 0);
+    desktop::release();
+    EXPECT_TRUE(looksHover());
+    EXPECT_EQ(counter->clicks, 1);
+    desktop::movePointer(outside());
+    EXPECT_TRUE(looksNormal());
+}
+
+TEST_F(ZuToolButtonRealTest, SendsNothingForAReleaseOutside)
+{
+    desktop::movePointer(inside());
+    EXPECT_TRUE(looksHover());
+    desktop::press();
+    EXPECT_TRUE(looksPressed());
+    desktop::movePointer(outside());
+    EXPECT_TRUE(desktop::waitUntil([&] { return !button->isHighlighted(); }));
+    desktop::release();
+    EXPECT_TRUE(looksNormal());
+    EXPECT_EQ(counter->clicks, 0);
+    desktop::movePointer(inside());
+    EXPECT_TRUE(looksHover()) << "the press has been forgotten";
+}
+
+TEST_F(ZuToolButtonRealTest, TakesAPressInAWindowThatIsNotKey)
+{
+    makeKey(*other);
+    desktop::movePointer(inside());
+    EXPECT_TRUE(desktop::waitUntil([&] { return button->widget()->underMouse(); }));
+    EXPECT_TRUE(looksNormal());
+    desktop::press();
+    EXPECT_TRUE(desktop::waitUntil([&] { return window->isKeyWindow(); })) << "as with any press";
+    EXPECT_TRUE(looksPressed());
+    desktop::release();
+    EXPECT_TRUE(looksHover());
+    EXPECT_EQ(counter->clicks, 1);
+}
+
+TEST_F(ZuToolButtonRealTest, HoversOnlyWhileItsWindowIsKey)
+{
+    desktop::movePointer(inside());
+    EXPECT_TRUE(looksHover());
+    makeKey(*other);
+    EXPECT_TRUE(looksNormal());
+    makeKey(*window);
+    EXPECT_TRUE(looksHover());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    const Ref<NSApplication> application = NSApplication::sharedApplication();
+    return RUN_ALL_TESTS();
+}

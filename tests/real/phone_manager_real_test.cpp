@@ -1,0 +1,118 @@
+// The example application as a user has it: a process of its own, a pointer, and a settings file.
+
+#include "platform/appkit/NSApplication.h"
+#include "real/Desktop.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <QColor>
+#include <QPoint>
+#include <QProcess>
+
+#include <filesystem>
+#include <sstream>
+
+namespace
+{
+
+// Where things are in the window, in points from its top-left.
+constexpr QPoint kContacts(150, 150); // the free part of a button's face
+constexpr QPoint kAppearance(150, 370);
+constexpr QPoint kContactsBlank(275, 185); // where the face has no text
+constexpr QPoint kPage(500, 300);
+
+class PhoneManagerRealTest : public testing::Test
+{
+protected:
+    PhoneManagerRealTest() { std::filesystem::copy_file(shippedSettings(), settingsPath()); }
+    ~PhoneManagerRealTest() override { quit(); }
+
+    static std::filesystem::path shippedSettings()
+    {
+        return std::filesystem::path(PHONE_MANAGER).parent_path() / "Resources" / "settings.json";
+    }
+    std::filesystem::path settingsPath() const { return folder.path() / "settings.json"; }
+
+    void start()
+    {
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.start(PHONE_MANAGER, {QString::fromStdString(settingsPath().string())});
+        const std::string window =
+            desktop::xdotool({"search", "--sync", "--onlyvisible", "--name", "^Phone Manager$"});
+        ASSERT_FALSE(window.empty());
+        desktop::focus(std::stoul(window));
+        std::istringstream geometry(desktop::xdotool({"getwindowgeometry", "--shell", window}));
+        for (std::string line; std::getline(geometry, line);) {
+            if (line.starts_with("X=")) {
+                origin.setX(std::stoi(line.substr(2)));
+            } else if (line.starts_with("Y=")) {
+                origin.setY(std::stoi(line.substr(2)));
+            }
+        }
+        EXPECT_TRUE(shows(kPage, "#f5f5f5"));
+    }
+
+    void quit()
+    {
+        process.terminate();
+        process.waitForFinished();
+    }
+
+    void moveTo(QPoint place) { desktop::movePointer(origin + place); }
+    void click(QPoint place)
+    {
+        moveTo(place);
+        desktop::press();
+        desktop::release();
+    }
+    bool shows(QPoint place, const char* color) const
+    {
+        return desktop::waitUntil([&] { return desktop::colorOnScreen(origin + place).name() == color; });
+    }
+    bool saved(const std::string& part) const
+    {
+        return desktop::waitUntil(
+            [&] { return folder.read("settings.json").find(part) != std::string::npos; });
+    }
+
+    TemporaryFolder folder;
+    QProcess process;
+    QPoint origin;
+};
+
+TEST_F(PhoneManagerRealTest, ShowsAChangedSettingAfterARestart)
+{
+    start();
+    moveTo(kContacts);
+    desktop::press();
+    EXPECT_TRUE(shows(kContactsBlank, "#20baea")) << "the shipped colour";
+    desktop::release();
+    EXPECT_TRUE(saved("\"opened_contacts\": 1"));
+    EXPECT_TRUE(saved("\"kind\": \"contacts\""));
+    click(kAppearance);
+    EXPECT_TRUE(saved("\"color_background\": \"52,152,83\""));
+
+    quit();
+    start();
+    moveTo(kContacts);
+    desktop::press();
+    EXPECT_TRUE(shows(kContactsBlank, "#349853"));
+    desktop::release();
+    EXPECT_TRUE(saved("\"opened_contacts\": 2"));
+}
+
+TEST_F(PhoneManagerRealTest, LeavesADamagedFileAlone)
+{
+    const std::string damaged = folder.read("settings.json").substr(0, 40);
+    folder.write("settings.json", damaged);
+    start();
+    moveTo(kContacts);
+    desktop::press();
+    EXPECT_TRUE(shows(kContactsBlank, "#0000ff")) << "the button's own colour";
+    desktop::release();
+    EXPECT_TRUE(shows(kContactsBlank, "#ffffff"));
+    EXPECT_EQ(folder.read("settings.json"), damaged);
+}
+
+} // namespace

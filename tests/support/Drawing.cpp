@@ -1,0 +1,37 @@
+#include "support/Drawing.h"
+
+#include "platform/appkit/NSView.h"
+#include "platform/graphics/NSRecordingGraphicsContext.h"
+#include "platform/qt/Native.h"
+
+#include <QColor>
+
+Operations operationsOf(NSView& view, NSRect rect)
+{
+    const auto context = make<NSRecordingGraphicsContext>(view.isFlipped());
+    const NSGraphicsContext::Scope scope(*context);
+    view.drawRect(rect);
+    return context->operations();
+}
+
+Operations operationsOf(NSView& view)
+{
+    return operationsOf(view, view.bounds());
+}
+
+std::string pixel(const NSImage& image, int x, int y)
+{
+    return image.native().image.pixelColor(x, y).name(QColor::HexArgb).toStdString();
+}
+
+Ref<NSString> text(const char* utf8)
+{
+    return NSString::stringWithUTF8String(utf8);
+}
+
+Ref<NSImage> blankImage(const char* name, double width, double height)
+{
+    Ref<NSImage> image = make<NSImage>()->initWithSize({width, height});
+    image->setName(name);
+    return image;
+}
