@@ -23,6 +23,8 @@ namespace
 
 std::map<std::string, BASUserDefaults*> gNameToDefault;
 
+constexpr const char* kNoText = "is not a text setting";
+
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
@@ -309,20 +311,14 @@ void BASUserDefaults::SetInt(const char* key, std::int32_t value)
     Set(key, number);
 }
 
-const rapidjson::Value* BASUserDefaults::FindText(const char* operation, const char* key) const
+const char* BASUserDefaults::GetString(const char* key) const
 {
     const rapidjson::Value* value = Find(key);
     if (value == nullptr || !value->IsString()) {
-        Diagnose(operation, key, "is not a text setting");
-        return nullptr;
+        Diagnose("GetString", key, kNoText);
+        return "";
     }
-    return value;
-}
-
-const char* BASUserDefaults::GetString(const char* key) const
-{
-    const rapidjson::Value* value = FindText("GetString", key);
-    return value == nullptr ? "" : value->GetString();
+    return value->GetString();
 }
 
 void BASUserDefaults::SetString(const char* key, const char* value)
@@ -338,11 +334,11 @@ void BASUserDefaults::SetString(const char* key, const char* value)
 
 BASRGB BASUserDefaults::GetRGB(const char* key) const
 {
-    if (!HasMember(key)) {
-        return {};
-    }
-    const rapidjson::Value* value = FindText("GetRGB", key);
-    if (value == nullptr) {
+    const rapidjson::Value* value = Find(key);
+    if (value == nullptr || !value->IsString()) {
+        if (value != nullptr) {
+            Diagnose("GetRGB", key, kNoText);
+        }
         return {};
     }
     BASRGB colour;

@@ -101,7 +101,6 @@ public:
 private:
     rapidjson::Value* Find(const char* key) const;
     void Set(const char* key, rapidjson::Value& value);
-    const rapidjson::Value* FindText(const char* operation, const char* key) const;
 
     std::string name_;
     std::string path_;

@@ -5,6 +5,7 @@
 #include "platform/foundation/Weak.h"
 
 #include <algorithm>
+#include <string>
 
 constinit const ClassTable NSObject::table{"NSObject", nullptr, {}, {}};
 
@@ -56,9 +57,8 @@ bool NSObject::performSelector_withObject(SEL selector, NSObject* argument)
 {
     const SelectorEntry* entry = classTable().findSelector(selector);
     if (entry == nullptr) {
-        diagnose("performSelector", "%.*s does not respond to \"%.*s\"",
-                 static_cast<int>(classTable().name.size()), classTable().name.data(),
-                 static_cast<int>(selector.name.size()), selector.name.data());
+        diagnose("performSelector", std::string(classTable().name) + " does not respond to \"" +
+                                        std::string(selector.name) + '"');
         return false;
     }
     const Ref<NSObject> self(this);

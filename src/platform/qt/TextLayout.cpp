@@ -10,8 +10,6 @@
 #include <QCoreApplication>
 #include <QPainter>
 
-#include <limits>
-
 namespace
 {
 
@@ -76,7 +74,7 @@ TextLayout::TextLayout(const QString& text, const QFont& font, double scale, dou
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     option.setUseDesignMetrics(true);
-    constexpr double kWidest = std::numeric_limits<int>::max() / 256; // that a line can be given
+    constexpr double kWidest = 1 << 23; // that a line can be given
     const qreal lineWidth = width == kUnlimited ? kWidest : width / scale;
     for (const QString& paragraph : paragraphs(text)) {
         auto layout = std::make_unique<QTextLayout>(paragraph, font);

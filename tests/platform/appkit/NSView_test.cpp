@@ -130,14 +130,14 @@ TEST(NSViewTest, RefusesATreeThatIsNone)
 TEST(NSViewTest, OwnsItsSubviewsOnly)
 {
     Ref<TestView> parent = view(false, 0.0, 0.0, 10.0, 10.0);
-    Ref<TestView> child = view(false, 0.0, 0.0, 10.0, 10.0);
+    const Ref<TestView> child = view(false, 0.0, 0.0, 10.0, 10.0);
     const Weak<TestView> weakChild(child);
     parent->addSubview(child);
     parent->widget();
-    const Ref<TestView> survivor = child;
     parent = nullptr;
-    EXPECT_EQ(survivor->superview(), nullptr);
-    EXPECT_EQ(survivor->widget()->parentWidget(), nullptr) << "the parent's widget did not take it along";
+    EXPECT_EQ(weakChild.get(), child);
+    EXPECT_EQ(child->superview(), nullptr);
+    EXPECT_EQ(child->widget()->parentWidget(), nullptr) << "the parent's widget did not take it along";
 
     child->addSubview(view(false, 0.0, 0.0, 1.0, 1.0));
     const Weak<NSView> grandchild(child->subviews()[0]);

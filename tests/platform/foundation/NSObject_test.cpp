@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <thread>
-#include <vector>
 
 namespace
 {
@@ -42,7 +42,8 @@ TEST(NSObjectTest, WeakReferencesBecomeNull)
 {
     Ref<Watched> object = make<Watched>([](Watched&) {});
     const Weak<Watched> early(object);
-    const Weak<Watched> late = early;
+    Weak<Watched> late;
+    late = early;
     EXPECT_EQ(early.get(), object);
     object = nullptr;
     EXPECT_EQ(early.get(), nullptr);
@@ -79,11 +80,12 @@ TEST(NSObjectTest, IsCountedFromManyThreads)
     for (int round = 0; round < 200; ++round) {
         Ref<Watched> object = make<Watched>([&](Watched&) { ++deaths; });
         const Weak<Watched> weak(object);
-        std::vector<std::thread> threads;
-        for (int i = 0; i < 4; ++i) {
-            threads.emplace_back([mine = object, weak]() mutable {
+        std::array<std::thread, 4> threads;
+        for (std::thread& thread : threads) {
+            thread = std::thread([mine = object, weak]() mutable {
                 for (int j = 0; j < 50; ++j) {
-                    const Ref<Watched> shared = mine;
+                    Ref<Watched> shared;
+                    shared = mine;
                     EXPECT_EQ(weak.get(), shared);
                 }
                 mine = nullptr;
