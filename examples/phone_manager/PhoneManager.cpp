@@ -174,7 +174,7 @@ void PhoneManager::showSettingsState(const std::string& path)
     } else if (!_settings->IsOk()) {
         _page->setNote("There are no settings in “" + path + "” yet. They are saved with the first change.");
     } else {
-        _page->setNote("Settings: " + path);
+        _page->setNote("Settings: " + std::filesystem::path(path).filename().string());
     }
 }
 

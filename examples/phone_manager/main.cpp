@@ -42,39 +42,67 @@ bool writePicture(PhoneManager& manager, const std::filesystem::path& file)
     return true;
 }
 
-/// Walks through the application as a user's pointer would. Works on copies of the settings.
-bool writeSnapshots(const std::filesystem::path& folder, const std::string& settings)
+/// Does to a button what the pointer would.
+void point(ZuToolButton& button, NSEventType type)
 {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    const std::filesystem::path copy = folder / "settings.json";
-    std::filesystem::copy_file(settings, copy, std::filesystem::copy_options::overwrite_existing, error);
-    if (error) {
-        std::fprintf(stderr, "%s: %s\n", copy.c_str(), error.message().c_str());
-        return false;
+    const NSSize size = button.bounds().size;
+    const NSPoint middle = button.convertPoint_toView({size.width * 0.5, size.height * 0.5}, nullptr);
+    const Ref<NSEvent> event = NSEvent::mouseEventWithType_location_window(type, middle, nullptr);
+    switch (type) {
+    case NSEventType::MouseEntered:
+        return button.mouseEntered(event.get());
+    case NSEventType::LeftMouseDown:
+        return button.mouseDown(event.get());
+    case NSEventType::LeftMouseUp:
+        return button.mouseUp(event.get());
+    case NSEventType::LeftMouseDragged:
+        return button.mouseDragged(event.get());
+    case NSEventType::MouseExited:
+        return button.mouseExited(event.get());
     }
+}
 
-    const Ref<PhoneManager> manager = make<PhoneManager>()->initWithSettingsFile(copy.string());
+/// Walks through the application as a user would, on settings files in `work`, and leaves pictures in
+/// `folder`.
+bool writePictures(const std::filesystem::path& folder, const std::filesystem::path& work)
+{
+    const Ref<PhoneManager> manager =
+        make<PhoneManager>()->initWithSettingsFile((work / "settings.json").string());
     bool written = writePicture(*manager, folder / "start.png");
 
     ZuToolButton& contacts = *manager->buttons()[1];
-    const NSPoint middle = contacts.convertPoint_toView(
-        {contacts.bounds().size.width * 0.5, contacts.bounds().size.height * 0.5}, nullptr);
-    const auto event = [&](NSEventType type) {
-        return NSEvent::mouseEventWithType_location_window(type, middle, nullptr);
-    };
-    contacts.mouseEntered(event(NSEventType::MouseEntered).get());
-    written = writePicture(*manager, folder / "hover.png") && written;
-    contacts.mouseDown(event(NSEventType::LeftMouseDown).get());
-    written = writePicture(*manager, folder / "pressed.png") && written;
-    contacts.mouseUp(event(NSEventType::LeftMouseUp).get());
-    contacts.mouseExited(event(NSEventType::MouseExited).get());
+    ZuToolButton& photos = *manager->buttons()[2];
+    point(contacts, NSEventType::MouseEntered);
+    point(photos, NSEventType::MouseEntered);
+    point(photos, NSEventType::LeftMouseDown);
+    written = writePicture(*manager, folder / "looks.png") && written;
+    point(contacts, NSEventType::MouseExited);
+    point(photos, NSEventType::LeftMouseUp);
+    point(photos, NSEventType::MouseExited);
     written = writePicture(*manager, folder / "opened.png") && written;
 
-    const std::filesystem::path damaged = folder / "damaged-settings.json";
+    const std::filesystem::path damaged = work / "damaged.json";
     std::ofstream(damaged) << "{ \"color_border\": \"32,186,";
     const Ref<PhoneManager> warned = make<PhoneManager>()->initWithSettingsFile(damaged.string());
     return writePicture(*warned, folder / "damaged-settings.png") && written;
+}
+
+bool writeSnapshots(const std::filesystem::path& folder, const std::string& settings)
+{
+    std::error_code error;
+    std::string work = (std::filesystem::temp_directory_path() / "phone_manager-XXXXXX").string();
+    if (mkdtemp(work.data()) == nullptr) {
+        std::perror(work.c_str());
+        return false;
+    }
+    std::filesystem::create_directories(folder, error);
+    std::filesystem::copy_file(settings, std::filesystem::path(work) / "settings.json", error);
+    if (error) {
+        std::fprintf(stderr, "%s: %s\n", settings.c_str(), error.message().c_str());
+    }
+    const bool written = !error && writePictures(folder, work);
+    std::filesystem::remove_all(work, error);
+    return written;
 }
 
 } // namespace
