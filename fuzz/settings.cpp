@@ -5,6 +5,7 @@
 
 #include <rapidjson/document.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -48,6 +49,31 @@ std::string readFile()
     return text;
 }
 
+int nestingOf(const rapidjson::Value& value)
+{
+    int deepest = 0;
+    if (value.IsArray()) {
+        for (const auto& element : value.GetArray()) {
+            deepest = std::max(deepest, nestingOf(element));
+        }
+    } else if (value.IsObject()) {
+        for (const auto& member : value.GetObject()) {
+            deepest = std::max(deepest, nestingOf(member.value));
+        }
+    }
+    return deepest + (value.IsArray() || value.IsObject() ? 1 : 0);
+}
+
+/// Whether the store has to load a file: JSON without exponents or long numbers, within the limits.
+bool isFlawless(const std::string& text)
+{
+    rapidjson::Document document;
+    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag>(text.c_str());
+    return !document.HasParseError() && document.IsObject() &&
+           nestingOf(document) <= BASUserDefaults::kMaxNesting &&
+           text.find_first_of("eE") == std::string::npos && text.size() < 300;
+}
+
 void readEverySetting(const BASUserDefaults& store)
 {
     for (const char* key : {"", "k", "a", "accent", "no such key"}) {
@@ -67,6 +93,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     BASUserDefaults store("fuzz", path().c_str(), &result);
     require(result == (store.IsOk() ? 1 : 0), "the result is the load's");
     readEverySetting(store);
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    require(store.IsOk() || !isFlawless(text), "a flawless file loads");
 
     store.WriteAll();
     require(store.IsOk() || readFile() == "{}", "a failed load leaves an empty store");
@@ -84,5 +112,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(store.GetRGB("a") == BASRGB{1, 2, 3}, "a colour reads back");
     store.SetString("k", store.GetString("a") + 3);
     require(std::string(store.GetString("k")) == "2,3", "a text set from another reads back");
+    unlink(path().c_str());
     return 0;
 }

@@ -57,7 +57,7 @@ bool IsTooLarge(std::string_view number)
     if (first == std::string_view::npos) {
         return false;
     }
-    const auto point = static_cast<long long>(std::min(mantissa.find('.'), mantissa.size()));
+    const auto point = std::min(mantissa.find('.'), mantissa.size());
     long long exponent = 0;
     if (mark != std::string_view::npos) {
         const std::size_t sign = number[mark + 1] == '+' ? 1 : 0;
@@ -66,7 +66,7 @@ bool IsTooLarge(std::string_view number)
             return *begin != '-';
         }
     }
-    return point - static_cast<long long>(first) + exponent > 0;
+    return exponent > static_cast<long long>(first) - static_cast<long long>(point);
 }
 
 /// Takes the events of the JSON reader on their way into the document: refuses a plain value as root and
@@ -77,15 +77,15 @@ class DocumentBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, D
 public:
     explicit DocumentBuilder(rapidjson::Document& document) : document_(document) {}
 
-    bool Null() { return depth_ > 0 && document_.Null(); }
-    bool Bool(bool value) { return depth_ > 0 && document_.Bool(value); }
+    bool Null() { return Place() && document_.Null(); }
+    bool Bool(bool value) { return Place() && document_.Bool(value); }
     bool RawNumber(const char* text, rapidjson::SizeType length, bool /*copy*/)
     {
-        return depth_ > 0 && Number({text, length});
+        return Place() && Number({text, length});
     }
     bool String(const char* text, rapidjson::SizeType length, bool copy)
     {
-        return depth_ > 0 && document_.String(text, length, copy);
+        return Place() && document_.String(text, length, copy);
     }
     bool Key(const char* text, rapidjson::SizeType length, bool copy)
     {
@@ -105,7 +105,8 @@ public:
     }
 
 private:
-    bool Enter() { return ++depth_ <= BASUserDefaults::kMaxNesting; }
+    bool Enter() { return ++values_ <= kMaxValues && ++depth_ <= BASUserDefaults::kMaxNesting; }
+    bool Place() { return ++values_ <= kMaxValues && depth_ > 0; }
 
     template <class Integer> static std::optional<Integer> ReadInteger(std::string_view text)
     {
@@ -134,15 +135,20 @@ private:
         return document_.Double(value);
     }
 
+    /// A value takes at least a line end, an indentation and a character when it is written. The limit
+    /// bounds the memory that a file takes, before its written size is known.
+    static constexpr std::size_t kMaxValues = BASUserDefaults::kMaxFileSize / 6;
+
     rapidjson::Document& document_;
     int depth_ = 0;
+    std::size_t values_ = 0;
 };
 
-/// Writes numbers that are not integers as printf's "%g" does in the "C" locale.
-class SettingsWriter : public rapidjson::PrettyWriter<rapidjson::StringBuffer>
+/// Writes doubles as printf's "%g" does in the "C" locale.
+template <class Stream> class SettingsWriter : public rapidjson::PrettyWriter<Stream>
 {
 public:
-    using PrettyWriter::PrettyWriter;
+    using rapidjson::PrettyWriter<Stream>::PrettyWriter;
 
     bool Double(double value)
     {
@@ -151,25 +157,51 @@ public:
         const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value,
                                                 std::chars_format::general, kSignificantDigits);
         return error == std::errc{} &&
-               RawValue(text.data(), static_cast<std::size_t>(end - text.data()), rapidjson::kNumberType);
+               this->RawValue(text.data(), static_cast<std::size_t>(end - text.data()),
+                              rapidjson::kNumberType);
     }
 };
 
-/// The whole file followed by a NUL, or null if it cannot be read (a folder, for instance). Of a file
-/// beyond the limit only so much is read that its size shows.
-std::unique_ptr<char[]> ReadWholeFile(std::FILE* file, std::size_t& size)
+/// A stream that only counts what is written to it.
+struct CountingStream {
+    using Ch = char;
+    void Put(char /*character*/) { ++count; }
+    void Flush() {}
+
+    std::size_t count = 0;
+};
+
+/// Counts an indentation at once: those of a deeply nested file are a thousand times longer than the file.
+void PutN(CountingStream& stream, char /*character*/, std::size_t times)
 {
-    if (std::fseek(file, 0, SEEK_END) != 0) {
+    stream.count += times;
+}
+
+std::size_t WrittenSize(const rapidjson::Document& document)
+{
+    CountingStream stream;
+    SettingsWriter<CountingStream> writer(stream);
+    document.Accept(writer);
+    return stream.count;
+}
+
+/// The whole file and a NUL after it, or null if it cannot be read (a folder, for instance). Of a file
+/// beyond the limit only so much is read that its size shows.
+std::unique_ptr<char[]> ReadWholeFile(const char* path, std::size_t& size)
+{
+    const File file(std::fopen(path, "rb"));
+    if (!file || std::fseek(file.get(), 0, SEEK_END) != 0) {
         return nullptr;
     }
-    const long end = std::ftell(file);
-    if (end < 0 || std::fseek(file, 0, SEEK_SET) != 0) {
+    const long end = std::ftell(file.get());
+    if (end < 0 || std::fseek(file.get(), 0, SEEK_SET) != 0) {
         return nullptr;
     }
-    size = std::min(static_cast<std::size_t>(end), BASUserDefaults::kMaxFileSize + 1);
-    auto buffer = std::make_unique<char[]>(size + 1);
-    std::fread(buffer.get(), 1, size, file);
-    return std::ferror(file) == 0 ? std::move(buffer) : nullptr;
+    // One byte more than there is: reading nothing would succeed on a folder, too.
+    const std::size_t wanted = std::min(static_cast<std::size_t>(end), BASUserDefaults::kMaxFileSize) + 1;
+    auto buffer = std::make_unique<char[]>(wanted + 1);
+    size = std::fread(buffer.get(), 1, wanted, file.get());
+    return std::ferror(file.get()) == 0 ? std::move(buffer) : nullptr;
 }
 
 /// A number as atoi reads it, but with the nearest limit in place of an overflow.
@@ -218,12 +250,8 @@ bool BASUserDefaults::IsOk() const
 
 bool BASUserDefaults::ReadAll()
 {
-    const File file(std::fopen(path_.c_str(), "rb"));
-    if (!file) {
-        return false;
-    }
     std::size_t size = 0;
-    const std::unique_ptr<char[]> text = ReadWholeFile(file.get(), size);
+    const std::unique_ptr<char[]> text = ReadWholeFile(path_.c_str(), size);
     if (!text) {
         return false;
     }
@@ -238,6 +266,7 @@ bool BASUserDefaults::ReadAll()
         return parsed;
     };
     doc_->Populate(parse);
+    parsed = parsed && WrittenSize(*doc_) <= kMaxFileSize; // so that a save can be loaded again
 
     if (!parsed) {
         std::puts("parse error");
@@ -260,8 +289,11 @@ void BASUserDefaults::WriteAll() const
         return;
     }
     rapidjson::StringBuffer buffer;
-    SettingsWriter writer(buffer);
+    SettingsWriter<rapidjson::StringBuffer> writer(buffer);
     doc_->Accept(writer);
+    if (buffer.GetSize() > kMaxFileSize) {
+        Diagnose("WriteAll", path_.c_str(), "becomes too large to be loaded again");
+    }
     std::fwrite(buffer.GetString(), 1, buffer.GetSize(), file.get());
 }
 

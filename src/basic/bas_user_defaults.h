@@ -26,11 +26,15 @@ struct BASRGB {
 /// key all are kept, and the first one is read and written.
 ///
 /// The file is a JSON object; a member is a setting. What is read from a file is bounded, since a file
-/// may be broken or hostile: at most `kMaxFileSize` bytes, and objects and arrays nested at most
-/// `kMaxNesting` levels deep, the root being the first. A file beyond either bound, a number too large
-/// for a double and a root that is a plain value all count as a parse error, which leaves the store
-/// empty. A root that is an array is well-formed, but holds no settings: that load fails too, with a
-/// line on standard error.
+/// may be broken or hostile: at most `kMaxFileSize` bytes, as it stands and in the form that `WriteAll`
+/// would give it, and objects and arrays nested at most `kMaxNesting` levels deep, the root being the
+/// first. A file beyond these bounds, a number whose digits or exponent lie beyond a double's, and a root
+/// that is a plain value all count as a parse error, which leaves the store empty. A root that is an array
+/// is well-formed, but holds no settings: that load fails too, with a line on standard error. Loading the
+/// worst of files takes about 0.6 GB for the moment.
+///
+/// Integers keep all their digits within 64 bits. Every other number is held as a double and written with
+/// six significant digits: 7.0 becomes 7, which is an integer when it is read again.
 ///
 /// Asking for a value that is not there, or not of the asked type, is a mistake of the caller: it is
 /// named in one line on standard error and answered with 0, an empty text, or 0 for each colour
@@ -46,7 +50,8 @@ class TESSALINE_EXPORT BASUserDefaults
 public:
     /// Deepest nesting of objects and arrays that a file may have, the root included.
     static constexpr int kMaxNesting = 512;
-    /// Largest file that is read, in bytes.
+    /// Largest file that is read, in bytes. `WriteAll` writes a larger one, too, and says so on standard
+    /// error.
     static constexpr std::size_t kMaxFileSize = std::size_t{64} * 1024 * 1024;
 
     /// Creates a store with the content of the file at `path`, or an empty one if that cannot be loaded.
@@ -72,8 +77,7 @@ public:
     bool ReadAll();
 
     /// Writes all settings to the file, indented by four spaces, in the order in which they were read
-    /// and added. Numbers that are not integers are written with six significant digits. A file that
-    /// cannot be opened or written is not reported.
+    /// and added. A file that cannot be opened or written is not reported.
     void WriteAll() const;
 
     bool HasMember(const char* key) const;

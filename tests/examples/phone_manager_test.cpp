@@ -47,25 +47,6 @@ TEST_F(PhoneManagerTest, TakesItsColoursFromTheSettings)
     EXPECT_TRUE(shows(*manager, "Opened 1 time."));
 }
 
-TEST_F(PhoneManagerTest, RemembersWhatWasChanged)
-{
-    std::string color;
-    {
-        const Ref<PhoneManager> manager = start();
-        EXPECT_TRUE(shows(*manager, "There are no settings"));
-        manager->buttons()[1]->performClick(nullptr);
-        manager->buttons()[1]->performClick(nullptr);
-        manager->buttons().back()->performClick(nullptr);
-        color = manager->buttons()[0]->color_border()->description();
-    }
-    const Ref<PhoneManager> manager = start();
-    EXPECT_TRUE(shows(*manager, "Contacts"));
-    EXPECT_TRUE(shows(*manager, "Opened 2 times."));
-    EXPECT_EQ(manager->buttons()[0]->color_border()->description(), color);
-    manager->buttons().back()->performClick(nullptr);
-    EXPECT_NE(manager->buttons()[0]->color_border()->description(), color);
-}
-
 TEST_F(PhoneManagerTest, LeavesADamagedFileAlone)
 {
     const std::string damaged = "{\"color_border\": \"32,1";

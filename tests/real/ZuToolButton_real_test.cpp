@@ -2,10 +2,10 @@
 
 #include "platform/appkit/NSApplication.h"
 #include "platform/appkit/NSWindow.h"
-#include "platform/foundation/ClassTable.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "real/Desktop.h"
+#include "support/ActionTarget.h"
 
 #include <gtest/gtest.h>
 
@@ -13,24 +13,8 @@
 #include <QColor>
 #include <QWidget>
 
-#include <array>
-
 namespace
 {
-
-class Counter : public NSObject
-{
-public:
-    void clicked(NSObject* /*sender*/) { ++clicks; }
-
-    const ClassTable& classTable() const override { return table; }
-    static const ClassTable table;
-
-    int clicks = 0;
-};
-
-constexpr std::array kSelectors{selector<&Counter::clicked>("clicked:")};
-constinit const ClassTable Counter::table{"Counter", &NSObject::table, {}, kSelectors};
 
 class Background : public NSView
 {
@@ -53,8 +37,8 @@ protected:
     ZuToolButtonRealTest()
     {
         content->addSubview(button);
-        button->setTarget(counter.get());
-        button->setAction(SEL{"clicked:"});
+        button->setTarget(target.get());
+        button->setAction(ActionTarget::kAction);
         window->setContentView(content);
         other->setContentView(make<NSView>());
         desktop::movePointer(outside());
@@ -104,7 +88,7 @@ protected:
     static constexpr const char* kHoverFrame = "#4040c0";
 
     Ref<NSApplication> application = NSApplication::sharedApplication();
-    Ref<Counter> counter = make<Counter>();
+    Ref<ActionTarget> target = make<ActionTarget>();
     Ref<NSWindow> window = windowAt(100.0, 400.0);
     Ref<NSWindow> other = windowAt(600.0, 400.0);
     Ref<NSView> content = make<Background>()->initWithFrame(NSMakeRect(0.0, 0.0, 300.0, 160.0));
@@ -118,10 +102,10 @@ TEST_F(ZuToolButtonRealTest, FollowsThePointerThroughAClick)
     EXPECT_TRUE(looksHover());
     desktop::press();
     EXPECT_TRUE(looksPressed());
-    EXPECT_EQ(counter->clicks, 0);
+    EXPECT_TRUE(target->senders.empty());
     desktop::release();
     EXPECT_TRUE(looksHover());
-    EXPECT_EQ(counter->clicks, 1);
+    EXPECT_EQ(target->senders.size(), 1U);
     desktop::movePointer(outside());
     EXPECT_TRUE(looksNormal());
 }
@@ -136,7 +120,7 @@ TEST_F(ZuToolButtonRealTest, SendsNothingForAReleaseOutside)
     EXPECT_TRUE(desktop::waitUntil([&] { return !button->isHighlighted(); }));
     desktop::release();
     EXPECT_TRUE(looksNormal());
-    EXPECT_EQ(counter->clicks, 0);
+    EXPECT_TRUE(target->senders.empty());
     desktop::movePointer(inside());
     EXPECT_TRUE(looksHover()) << "the press has been forgotten";
 }
@@ -152,7 +136,7 @@ TEST_F(ZuToolButtonRealTest, TakesAPressInAWindowThatIsNotKey)
     EXPECT_TRUE(looksPressed());
     desktop::release();
     EXPECT_TRUE(looksHover());
-    EXPECT_EQ(counter->clicks, 1);
+    EXPECT_EQ(target->senders.size(), 1U);
 }
 
 TEST_F(ZuToolButtonRealTest, HoversOnlyWhileItsWindowIsKey)

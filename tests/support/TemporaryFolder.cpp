@@ -3,15 +3,11 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
 
 TemporaryFolder::TemporaryFolder()
 {
     std::string pattern = (std::filesystem::temp_directory_path() / "tessaline-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) {
-        throw std::runtime_error("no temporary folder");
-    }
-    _path = pattern;
+    _path = mkdtemp(pattern.data());
 }
 
 TemporaryFolder::~TemporaryFolder()
@@ -29,9 +25,4 @@ std::string TemporaryFolder::read(const std::string& file) const
 {
     std::ifstream stream(_path / file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-void TemporaryFolder::remove(const std::string& file) const
-{
-    std::filesystem::remove(_path / file);
 }

@@ -16,7 +16,6 @@ public:
 
     void write(const std::string& file, const std::string& content) const;
     std::string read(const std::string& file) const;
-    void remove(const std::string& file) const;
 
 private:
     std::filesystem::path _path;

@@ -83,12 +83,6 @@ TEST(NSViewTest, ConvertsPointsThroughFlippedAndUnflippedViews)
     }
 }
 
-TEST(NSViewTest, FlippedContentCountsFromTheTopOfTheWindow)
-{
-    const Ref<TestView> content = view(true, 0.0, 0.0, 100.0, 80.0);
-    EXPECT_EQ(content->convertPoint_toView({5.0, 10.0}, nullptr), (NSPoint{5.0, 70.0}));
-}
-
 TEST(NSViewTest, PlacesWidgetsFromTheRightEdge)
 {
     const Ref<TestView> parent = view(false, 0.0, 0.0, 100.0, 80.0);
@@ -167,9 +161,7 @@ TEST(NSViewTest, RedrawsWhatWasAskedForAndElseItsWholeFace)
     shown->imageOfBounds(1.0);
     EXPECT_EQ(shown->drawn, (std::vector{shown->bounds()}));
     EXPECT_FALSE(shown->needsDisplay());
-    shown->setNeedsDisplay(false);
-    shown->setNeedsDisplayInRect(NSMakeRect(1.0, 1.0, 0.0, 5.0));
-    EXPECT_FALSE(shown->needsDisplay());
+    EXPECT_EQ(shown->imageOfBounds(1e9), nullptr);
 
     const Ref<NSWindow> window =
         make<NSWindow>()->initWithContentRect_styleMask(NSMakeRect(0.0, 0.0, 60.0, 50.0), 0);
@@ -200,20 +192,6 @@ TEST(NSViewTest, RedrawsWhatWasAskedForAndElseItsWholeFace)
         EXPECT_EQ(rect, content->bounds()) << "repainted under a subview, a view draws its whole face";
     }
     EXPECT_EQ(child->drawn.back(), child->bounds());
-}
-
-TEST(NSViewTest, KnowsItsWindow)
-{
-    Ref<NSWindow> window =
-        make<NSWindow>()->initWithContentRect_styleMask(NSMakeRect(0.0, 0.0, 60.0, 50.0), 0);
-    const Ref<TestView> content = view(false, 0.0, 0.0, 1.0, 1.0);
-    const Ref<TestView> child = view(true, 10.0, 10.0, 5.0, 5.0);
-    content->addSubview(child);
-    EXPECT_EQ(child->window(), nullptr);
-    window->setContentView(content);
-    EXPECT_EQ(child->window(), window);
-    window = nullptr;
-    EXPECT_EQ(child->window(), nullptr);
 }
 
 TEST(NSViewTest, TellsWhereAPressHappened)
@@ -267,28 +245,6 @@ TEST(NSViewTest, ShowsTooltipsAsTheyStand)
               "<p style='white-space: pre-wrap'>&lt;b&gt;5 &lt; 6&lt;/b&gt;</p>");
     parent->setToolTip(nullptr);
     EXPECT_EQ(parent->widget()->toolTip(), "");
-}
-
-TEST(NSViewTest, DrawsHiddenViewsNot)
-{
-    class Block : public NSView
-    {
-        void drawRect(NSRect rect) override
-        {
-            NSColor::blackColor()->setFill();
-            NSBezierPath::fillRect(rect);
-        }
-    };
-    const Ref<TestView> parent = view(true, 0.0, 0.0, 20.0, 20.0);
-    const Ref<NSView> block = make<Block>()->initWithFrame(NSMakeRect(5.0, 5.0, 5.0, 5.0));
-    parent->addSubview(block);
-    EXPECT_EQ(pixel(*parent->imageOfBounds(1.0), 7, 7), "#ff000000");
-    block->setHidden(true);
-    EXPECT_EQ(pixel(*parent->imageOfBounds(1.0), 7, 7), "#00000000");
-    block->setHidden(false);
-    EXPECT_EQ(pixel(*parent->imageOfBounds(3.0), 29, 29), "#ff000000");
-    EXPECT_EQ(parent->imageOfBounds(0.0), nullptr);
-    EXPECT_EQ(parent->imageOfBounds(1e9), nullptr);
 }
 
 } // namespace

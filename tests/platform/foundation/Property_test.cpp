@@ -30,12 +30,12 @@ private:
     RetainProperty<NSObject>& _property;
 };
 
-TEST(PropertyTest, RetainsOrCopies)
+TEST(PropertyTest, RetainsOrCopiesAndReleasesOutsideOfTheLock)
 {
     const Ref<Text> original = make<Text>();
-    RetainProperty<Text> retained;
+    RetainProperty<NSObject> retained;
     CopyProperty<Text> copied;
-    EXPECT_EQ(retained.get(), nullptr);
+    retained.set(make<Meddler>(retained));
     retained.set(original);
     copied.set(original);
     EXPECT_EQ(retained.get(), original);
@@ -43,15 +43,6 @@ TEST(PropertyTest, RetainsOrCopies)
     EXPECT_NE(copied.get(), nullptr);
     copied.set(nullptr);
     EXPECT_EQ(copied.get(), nullptr);
-}
-
-TEST(PropertyTest, ReleasesTheOldValueOutsideOfTheLock)
-{
-    RetainProperty<NSObject> property;
-    property.set(make<Meddler>(property));
-    const Ref<Text> value = make<Text>();
-    property.set(value);
-    EXPECT_EQ(property.get(), value);
 }
 
 TEST(PropertyTest, IsReadWholeWhileAnotherThreadWrites)

@@ -1,12 +1,10 @@
 #include "platform/graphics/NSGraphicsContext.h"
 
 #include "platform/appkit/NSView.h"
-#include "platform/foundation/NSString.h"
 #include "platform/graphics/NSAttributes.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
-#include "platform/graphics/NSImage.h"
 #include "support/Drawing.h"
 
 #include <gtest/gtest.h>
@@ -37,16 +35,17 @@ Ref<NSImage> paint(bool flipped, std::function<void()> draw, double scale = 1.0)
     return canvas->imageOfBounds(scale);
 }
 
-Ref<NSColor> red()
+const Ref<NSColor>& red()
 {
-    return NSColor::colorWithSRGBRed_green_blue_alpha(1.0, 0.0, 0.0, 1.0);
+    static const Ref<NSColor> color = NSColor::colorWithSRGBRed_green_blue_alpha(1.0, 0.0, 0.0, 1.0);
+    return color;
 }
 
 constexpr const char* kRed = "#ffff0000";
-constexpr const char* kBlue = "#ff0000ff";
+constexpr const char* kBlack = "#ff000000";
 constexpr const char* kNothing = "#00000000";
 
-TEST(NSGraphicsContextTest, PaintsEitherWayUp)
+TEST(NSGraphicsContextTest, PaintsEitherWayUpAtEveryScale)
 {
     const auto draw = [] {
         red()->setFill();
@@ -63,32 +62,39 @@ TEST(NSGraphicsContextTest, PaintsEitherWayUp)
 
 TEST(NSGraphicsContextTest, CentresLinesOnTheirPaths)
 {
-    const auto frame = [] {
-        red()->setStroke();
-        NSBezierPath::strokeRect(NSMakeRect(5.5, 5.5, 20.0, 10.0));
-    };
-    const Ref<NSImage> framed = paint(true, frame);
-    EXPECT_EQ(pixel(*framed, 5, 5), kRed) << "corners are square";
-    EXPECT_EQ(pixel(*framed, 25, 15), kRed);
-    EXPECT_EQ(pixel(*framed, 4, 5), kNothing);
-    EXPECT_EQ(pixel(*framed, 6, 6), kNothing);
-
-    const auto path = [] {
+    const Ref<NSImage> image = paint(true, [] {
         red()->set();
+        NSBezierPath::strokeRect(NSMakeRect(5.5, 15.5, 20.0, 10.0));
         const Ref<NSBezierPath> line = NSBezierPath::bezierPath();
-        line->moveToPoint({0.0, 10.0});
-        line->lineToPoint({20.0, 10.0});
+        line->moveToPoint({0.0, 5.0});
+        line->lineToPoint({20.0, 5.0});
         line->setLineWidth(4.0);
         line->stroke();
-        const Ref<NSBezierPath> box = NSBezierPath::bezierPathWithRect(NSMakeRect(30.0, 20.0, 5.0, 5.0));
-        box->fill();
-    };
-    const Ref<NSImage> drawn = paint(true, path);
-    EXPECT_EQ(pixel(*drawn, 10, 8), kRed);
-    EXPECT_EQ(pixel(*drawn, 10, 11), kRed);
-    EXPECT_EQ(pixel(*drawn, 10, 12), kNothing);
-    EXPECT_EQ(pixel(*drawn, 20, 10), kNothing) << "lines end at their end";
-    EXPECT_EQ(pixel(*drawn, 32, 22), kRed);
+    });
+    EXPECT_EQ(pixel(*image, 5, 15), kRed) << "corners are square";
+    EXPECT_EQ(pixel(*image, 25, 25), kRed);
+    EXPECT_EQ(pixel(*image, 4, 15), kNothing);
+    EXPECT_EQ(pixel(*image, 6, 16), kNothing);
+    EXPECT_EQ(pixel(*image, 10, 3), kRed);
+    EXPECT_EQ(pixel(*image, 10, 6), kRed);
+    EXPECT_EQ(pixel(*image, 10, 7), kNothing);
+    EXPECT_EQ(pixel(*image, 20, 5), kNothing) << "lines end at their end";
+}
+
+TEST(NSGraphicsContextTest, BringsColoursBack)
+{
+    const Ref<NSImage> image = paint(true, [] {
+        NSGraphicsContext& context = *NSGraphicsContext::currentContext();
+        red()->setFill();
+        context.saveGraphicsState();
+        NSColor::whiteColor()->setFill();
+        context.restoreGraphicsState();
+        context.restoreGraphicsState(); // one too many
+        NSBezierPath::bezierPathWithRect(NSMakeRect(0.0, 0.0, 10.0, 10.0))->fill();
+    });
+    EXPECT_EQ(pixel(*image, 5, 5), kRed);
+    EXPECT_EQ(NSGraphicsContext::currentContext(), nullptr);
+    NSBezierPath::fillRect(NSMakeRect(0.0, 0.0, 1.0, 1.0)); // drawn nowhere
 }
 
 TEST(NSGraphicsContextTest, RecordsPathsAndStates)
@@ -96,7 +102,6 @@ TEST(NSGraphicsContextTest, RecordsPathsAndStates)
     const Ref<Canvas> canvas = make<Canvas>(true, [] {
         NSGraphicsContext::currentContext()->saveGraphicsState();
         const Ref<NSBezierPath> path = NSBezierPath::bezierPath();
-        path->closePath();
         path->lineToPoint({1.5, 2.0});
         path->curveToPoint_controlPoint1_controlPoint2({5.0, 6.0}, {1.0, 2.0}, {3.0, 4.0});
         path->closePath();
@@ -110,37 +115,16 @@ TEST(NSGraphicsContextTest, RecordsPathsAndStates)
               (Operations{"save", "fillPath move {1.5, 2} line {1.5, 2} curve {1, 2} {3, 4} {5, 6} close",
                           "strokePath move {1.5, 2} line {1.5, 2} curve {1, 2} {3, 4} {5, 6} close width 0.5",
                           "fillColor white(0.5, 1)", "strokeColor white(0.5, 1)", "restore"}));
-    EXPECT_EQ(NSGraphicsContext::currentContext(), nullptr);
-}
-
-TEST(NSGraphicsContextTest, BringsColoursBack)
-{
-    const Ref<NSImage> image = paint(true, [] {
-        NSGraphicsContext& context = *NSGraphicsContext::currentContext();
-        red()->setFill();
-        context.saveGraphicsState();
-        NSColor::whiteColor()->setFill();
-        context.restoreGraphicsState();
-        context.restoreGraphicsState(); // one too many
-        NSBezierPath::fillRect(NSMakeRect(0.0, 0.0, 10.0, 10.0));
-    });
-    EXPECT_EQ(pixel(*image, 5, 5), kRed);
-}
-
-/// A picture whose upper half is red and whose lower half is blue.
-Ref<NSImage> redOverBlue()
-{
-    return paint(true, [] {
-        red()->setFill();
-        NSBezierPath::fillRect(NSMakeRect(0.0, 0.0, 40.0, 15.0));
-        NSColor::colorWithSRGBRed_green_blue_alpha(0.0, 0.0, 1.0, 1.0)->setFill();
-        NSBezierPath::fillRect(NSMakeRect(0.0, 15.0, 40.0, 15.0));
-    });
 }
 
 TEST(NSGraphicsContextTest, KeepsImagesUpright)
 {
-    const Ref<NSImage> image = redOverBlue();
+    const Ref<NSImage> image = paint(true, [] { // red above black
+        red()->setFill();
+        NSBezierPath::fillRect(NSMakeRect(0.0, 0.0, 40.0, 15.0));
+        NSColor::blackColor()->setFill();
+        NSBezierPath::fillRect(NSMakeRect(0.0, 15.0, 40.0, 15.0));
+    });
     const auto draw = [&](NSRect from, double fraction, bool respectFlipped) {
         return [=] {
             image->drawInRect_fromRect_operation_fraction_respectFlipped_hints(
@@ -148,15 +132,12 @@ TEST(NSGraphicsContextTest, KeepsImagesUpright)
                 respectFlipped, nullptr);
         };
     };
-    const Ref<NSImage> flipped = paint(true, draw(NSZeroRect, 1.0, true));
-    EXPECT_EQ(pixel(*flipped, 10, 2), kRed);
-    EXPECT_EQ(pixel(*flipped, 10, 18), kBlue);
-    EXPECT_EQ(pixel(*paint(true, draw(NSZeroRect, 1.0, false)), 10, 2), kBlue) << "upside down on demand";
-    const Ref<NSImage> unflipped = paint(false, draw(NSZeroRect, 1.0, true));
-    EXPECT_EQ(pixel(*unflipped, 10, 12), kRed);
-    EXPECT_EQ(pixel(*unflipped, 10, 28), kBlue);
-
-    EXPECT_EQ(pixel(*paint(true, draw(NSMakeRect(0.0, 20.0, 40.0, 10.0), 1.0, true)), 10, 2), kBlue);
+    EXPECT_EQ(pixel(*paint(true, draw(NSZeroRect, 1.0, true)), 10, 2), kRed);
+    EXPECT_EQ(pixel(*paint(true, draw(NSZeroRect, 1.0, true)), 10, 18), kBlack);
+    EXPECT_EQ(pixel(*paint(true, draw(NSZeroRect, 1.0, false)), 10, 2), kBlack) << "upside down on demand";
+    EXPECT_EQ(pixel(*paint(false, draw(NSZeroRect, 1.0, true)), 10, 12), kRed);
+    EXPECT_EQ(pixel(*paint(false, draw(NSZeroRect, 1.0, true)), 10, 28), kBlack);
+    EXPECT_EQ(pixel(*paint(true, draw(NSMakeRect(0.0, 20.0, 40.0, 10.0), 1.0, true)), 10, 2), kBlack);
     EXPECT_EQ(pixel(*paint(true, draw(NSZeroRect, 0.5, true)), 10, 2), "#7fff0000") << "half, rounded down";
 }
 
@@ -164,17 +145,13 @@ TEST(NSGraphicsContextTest, KeepsTextUprightAndInsideItsRectangle)
 {
     const auto draw = [](NSRect rect) {
         return [=] {
-            text("TT\nTT")->drawInRect_withAttributes(
-                rect, {{NSFontAttributeName, NSFont::fontWithName_size("Arial", 12.0)},
-                       {NSForegroundColorAttributeName, red()}});
+            text("TT\nTT")->drawInRect_withAttributes(rect, {{NSForegroundColorAttributeName, red()}});
         };
     };
-    const auto inkIn = [](const NSImage& image, int top, int bottom) {
-        for (int y = top; y < bottom; ++y) {
-            for (int x = 0; x < 40; ++x) {
-                if (pixel(image, x, y) != kNothing) {
-                    return true;
-                }
+    const auto hasInk = [](const Ref<NSImage>& image, int top, int bottom) {
+        for (int i = 40 * top; i < 40 * bottom; ++i) {
+            if (pixel(*image, i % 40, i / 40) != kNothing) {
+                return true;
             }
         }
         return false;
@@ -182,20 +159,11 @@ TEST(NSGraphicsContextTest, KeepsTextUprightAndInsideItsRectangle)
     // The bar of a T is at its top: two to three points under the top of the line.
     const Ref<NSImage> flipped = paint(true, draw(NSMakeRect(0.0, 0.0, 40.0, 13.0)));
     EXPECT_NE(pixel(*flipped, 1, 3), kNothing);
-    EXPECT_FALSE(inkIn(*flipped, 13, 30)) << "the second line is clipped";
+    EXPECT_FALSE(hasInk(flipped, 13, 30)) << "the second line is clipped";
     const Ref<NSImage> unflipped = paint(false, draw(NSMakeRect(0.0, 0.0, 40.0, 28.0)));
     EXPECT_NE(pixel(*unflipped, 1, 5), kNothing);
-    EXPECT_TRUE(inkIn(*unflipped, 16, 30));
-    EXPECT_FALSE(inkIn(*paint(true, draw(NSMakeRect(0.0, 0.0, -40.0, 28.0))), 0, 30));
-    EXPECT_FALSE(inkIn(*paint(true, draw(NSMakeRect(0.0, 0.0, 40.0, 0.0))), 0, 30));
-}
-
-TEST(NSGraphicsContextTest, DrawsNothingWithoutAContext)
-{
-    NSBezierPath::fillRect(NSMakeRect(0.0, 0.0, 1.0, 1.0));
-    red()->set();
-    text("x")->drawInRect_withAttributes(NSMakeRect(0.0, 0.0, 1.0, 1.0), {});
-    EXPECT_EQ(NSGraphicsContext::currentContext(), nullptr);
+    EXPECT_TRUE(hasInk(unflipped, 16, 30));
+    EXPECT_FALSE(hasInk(paint(true, draw(NSMakeRect(0.0, 0.0, -40.0, 28.0))), 0, 30));
 }
 
 } // namespace

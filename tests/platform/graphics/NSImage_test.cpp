@@ -62,18 +62,4 @@ TEST(NSImageTest, RefusesBytesThatAreNoPicture)
     EXPECT_EQ(decoded(huge), nullptr);
 }
 
-TEST(NSImageTest, IsWrittenAsItIs)
-{
-    const TemporaryFolder folder;
-    const std::string path = folder.path() / "copy.png";
-    const Ref<NSImage> image = decoded(encoded(8, 4, "PNG"));
-    EXPECT_TRUE(image->writePNGToFile(path));
-    const Ref<NSImage> copy = make<NSImage>()->initWithContentsOfFile(text(path.c_str()).get());
-    ASSERT_NE(copy, nullptr);
-    EXPECT_EQ(copy->size(), (NSSize{8.0, 4.0}));
-    EXPECT_EQ(pixel(*copy, 7, 3), "#80ff0000");
-    EXPECT_FALSE(image->writePNGToFile((folder.path() / "no" / "where.png").string()));
-    EXPECT_FALSE(blankImage("blank", 4.0, 4.0)->writePNGToFile(path));
-}
-
 } // namespace
