@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <fstream>
 
 namespace
 {
@@ -41,6 +42,7 @@ struct Accent {
 constexpr std::array kAccents{Accent{"Sky", "32,186,234"}, Accent{"Meadow", "52,152,83"},
                               Accent{"Sunset", "224,104,32"}, Accent{"Violet", "126,87,194"}};
 
+constexpr int kMostOpened = 1'000'000'000; // that is counted
 constexpr NSSize kWindowSize{760.0, 420.0};
 constexpr double kMargin = 12.0;
 constexpr double kButtonHeight = 84.0;
@@ -94,7 +96,9 @@ PhoneManager* PhoneManager::initWithSettingsFile(const std::string& path)
 {
     const bool loaded = BASUserDefaults::InitUserDefaults(kSettings, path.c_str());
     _settings = BASUserDefaults::GetUserDefaults(kSettings);
-    _writable = loaded || !std::filesystem::exists(path);
+    _path = path;
+    std::error_code error; // where nobody may look, there may be something
+    _writable = loaded || (!std::filesystem::exists(path, error) && !error);
 
     _page = make<PageView>()->initWithFrame({{}, kWindowSize});
     buildButtons();
@@ -103,7 +107,7 @@ PhoneManager* PhoneManager::initWithSettingsFile(const std::string& path)
     const std::string last = _settings->HasMember("kind") ? _settings->GetString("kind") : "";
     const auto kind = std::ranges::find(kKinds, last, &Kind::key);
     showKind(kind == kKinds.end() ? 0 : static_cast<std::size_t>(kind - kKinds.begin()));
-    showSettingsState(path);
+    showSettingsState();
     return this;
 }
 
@@ -165,11 +169,13 @@ void PhoneManager::showKind(std::size_t kind)
                    (opened == 1 ? " time." : " times."));
 }
 
-void PhoneManager::showSettingsState(const std::string& path)
+void PhoneManager::showSettingsState()
 {
+    const std::string path = text(_path) ? _path : "a file whose name is no text";
     if (!_writable) {
         _page->setNote("The settings in “" + path +
-                       "” cannot be read: the file is damaged. Built-in settings are in use, and nothing "
+                       "” cannot be read: the file is damaged, or closed to us. Built-in settings are in "
+                       "use, and nothing "
                        "is saved, so that the file stays as it is.");
     } else if (!_settings->IsOk()) {
         _page->setNote("There are no settings in “" + path + "” yet. They are saved with the first change.");
@@ -181,8 +187,9 @@ void PhoneManager::showSettingsState(const std::string& path)
 void PhoneManager::save(const std::string& done)
 {
     if (_writable) { // else the note about the damaged file stays
+        const bool open = static_cast<bool>(std::ofstream(_path, std::ios::app)); // a save does not tell
         _settings->WriteAll();
-        _page->setNote(done);
+        _page->setNote(open ? done : "The settings cannot be saved: the file is closed to us.");
     }
 }
 
@@ -206,7 +213,7 @@ void PhoneManager::openKind(NSObject* sender)
     }
     const std::string key = openedKey(kKinds[index]);
     const int opened = _settings->HasMember(key.c_str()) ? _settings->GetInt(key.c_str()) : 0;
-    _settings->SetInt(key.c_str(), opened + 1);
+    _settings->SetInt(key.c_str(), std::clamp(opened, 0, kMostOpened - 1) + 1);
     _settings->SetString("kind", kKinds[index].key);
     showKind(index);
     save(std::string(kKinds[index].name) + " will be open at the next start.");

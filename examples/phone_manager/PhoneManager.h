@@ -6,7 +6,6 @@
 #include <vector>
 
 class BASUserDefaults;
-class NSColor;
 class NSWindow;
 class PageView;
 class ZuToolButton;
@@ -44,11 +43,12 @@ private:
     void buildButtons();
     void applyColors();
     void showKind(std::size_t kind);
-    void showSettingsState(const std::string& path);
+    void showSettingsState();
     void save(const std::string& done);
 
     BASUserDefaults* _settings = nullptr; // belongs to the registry
-    bool _writable = false;               // no: the file holds something that we cannot read
+    std::string _path;
+    bool _writable = false; // no: the file holds something that we cannot read
     Ref<PageView> _page;
     Ref<NSWindow> _window;
     std::vector<Ref<ZuToolButton>> _buttons; // one for each kind, then the one for the appearance

@@ -31,7 +31,7 @@ struct BASRGB {
 /// first. A file beyond these bounds, a number whose digits or exponent lie beyond a double's, and a root
 /// that is a plain value all count as a parse error, which leaves the store empty. A root that is an array
 /// is well-formed, but holds no settings: that load fails too, with a line on standard error. Loading the
-/// worst of files takes about 0.6 GB for the moment.
+/// worst of files takes about half a gigabyte for the moment.
 ///
 /// Integers keep all their digits within 64 bits. Every other number is held as a double and written with
 /// six significant digits: 7.0 becomes 7, which is an integer when it is read again.

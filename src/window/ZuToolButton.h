@@ -19,8 +19,8 @@ class NSTrackingArea;
 /// not show. The action is sent by the base class, on a release inside.
 ///
 /// `initWithFrame` and `awakeFromNib` both set the defaults below, replacing what was set before. Setters
-/// only store: a new value shows at the next redraw. Properties can be read and written from any thread,
-/// everything else belongs to the user-interface thread.
+/// only store: a new value shows at the next redraw. The eight properties below can be read and written from
+/// any thread, everything else belongs to the user-interface thread.
 class TESSALINE_EXPORT ZuToolButton : public NSButton
 {
 public:
@@ -28,6 +28,8 @@ public:
 
     ZuToolButton* initWithFrame(NSRect frame) override;
     void awakeFromNib() override;
+    /// Sets the defaults and begins to watch the pointer over the present bounds; both set-ups call it.
+    virtual void initData();
     bool isFlipped() const override { return true; }
 
     void mouseEntered(NSEvent* event) override;
@@ -80,7 +82,6 @@ protected:
 private:
     struct Layout;
 
-    void initData();
     bool isPressedLook() const { return _entered && _leftDown; }
     Layout layout() const;
 

@@ -47,6 +47,25 @@ TEST_F(PhoneManagerTest, TakesItsColoursFromTheSettings)
     EXPECT_TRUE(shows(*manager, "Opened 1 time."));
 }
 
+TEST_F(PhoneManagerTest, RemembersWhatWasChanged)
+{
+    std::string color;
+    {
+        const Ref<PhoneManager> manager = start();
+        EXPECT_TRUE(shows(*manager, "There are no settings"));
+        manager->buttons()[1]->performClick(nullptr);
+        manager->buttons()[1]->performClick(nullptr);
+        manager->buttons().back()->performClick(nullptr);
+        color = manager->buttons()[0]->color_border()->description();
+    }
+    const Ref<PhoneManager> manager = start();
+    EXPECT_TRUE(shows(*manager, "Contacts"));
+    EXPECT_TRUE(shows(*manager, "Opened 2 times."));
+    EXPECT_EQ(manager->buttons()[0]->color_border()->description(), color);
+    manager->buttons().back()->performClick(nullptr);
+    EXPECT_NE(manager->buttons()[0]->color_border()->description(), color);
+}
+
 TEST_F(PhoneManagerTest, LeavesADamagedFileAlone)
 {
     const std::string damaged = "{\"color_border\": \"32,1";
@@ -59,6 +78,17 @@ TEST_F(PhoneManagerTest, LeavesADamagedFileAlone)
     EXPECT_TRUE(shows(*manager, "cannot be read"));
     EXPECT_TRUE(shows(*manager, "Opened 1 time.")) << "it works all the same";
     EXPECT_EQ(folder.read("s.json"), damaged);
+}
+
+TEST_F(PhoneManagerTest, TakesWhatIsOutOfRange)
+{
+    folder.write("s.json", R"({"opened_photos":2147483647,"kind":"faxes"})");
+    const Ref<PhoneManager> manager = start();
+    EXPECT_TRUE(shows(*manager, "Messages"));
+    manager->buttons()[2]->performClick(nullptr);
+    EXPECT_TRUE(shows(*manager, "Opened 1000000000 times."));
+    const std::string endless = "/" + std::string(5000, 'x');
+    EXPECT_TRUE(shows(*make<PhoneManager>()->initWithSettingsFile(endless), "cannot be read"));
 }
 
 } // namespace

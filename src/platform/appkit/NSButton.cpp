@@ -147,6 +147,12 @@ void NSButton::mouseDragged(NSEvent* event)
     }
 }
 
+void NSButton::viewDidHide()
+{
+    _pressed = false;
+    _highlighted = false;
+}
+
 void NSButton::mouseUp(NSEvent* event)
 {
     if (!std::exchange(_pressed, false)) {

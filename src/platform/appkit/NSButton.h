@@ -34,6 +34,8 @@ public:
     void mouseDown(NSEvent* event) override;
     void mouseDragged(NSEvent* event) override;
     void mouseUp(NSEvent* event) override;
+    /// Ends a press without an action.
+    void viewDidHide() override;
 
     const ClassTable& classTable() const override;
     static const ClassTable table;

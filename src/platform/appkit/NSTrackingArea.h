@@ -16,7 +16,8 @@ inline constexpr NSTrackingAreaOptions NSTrackingActiveInKeyWindow = 0x20;
 
 /// A part of a view for which an owner is told when the pointer enters and leaves, through
 /// `mouseEntered` and `mouseExited`. While a mouse button that went down in the view is held, the
-/// pointer's crossing of the edge is not told; where it ended up is, after the release.
+/// pointer's crossing of the edge is not told; where it ended up is, after the release. Over a subview the
+/// pointer counts as where it was last seen.
 class TESSALINE_EXPORT NSTrackingArea final : public NSObject
 {
 public:

@@ -57,13 +57,26 @@ NSView* NSView::initWithFrame(NSRect frame)
 
 void NSView::setFrame(NSRect frame)
 {
+    const auto finite = [](double position) { return std::isfinite(position) ? position : 0.0; };
     const auto atLeastZero = [](double length) { return length > 0.0 ? length : 0.0; };
-    const NSSize old = _frame.size;
-    _frame = {frame.origin, {atLeastZero(frame.size.width), atLeastZero(frame.size.height)}};
+    const NSSize size{atLeastZero(frame.size.width), atLeastZero(frame.size.height)};
+    const bool resized = _frame.size != size;
+    _frame = {{finite(frame.origin.x), finite(frame.origin.y)}, size};
     placePeer();
-    if (_frame.size == old) {
-        return;
+    if (resized) {
+        sizeDidChange();
     }
+}
+
+void NSView::takeSizeOfPeer(NSSize size)
+{
+    _frame.size = size;
+    sizeDidChange();
+}
+
+void NSView::sizeDidChange()
+{
+    _dirtyRect = NSZeroRect;
     setNeedsDisplay();
     if (!isFlipped()) {
         // Their distance from the bottom edge stays, and with it changes their distance from the top.
@@ -132,7 +145,7 @@ void NSView::addSubview(Ref<NSView> view)
         diagnose("addSubview", "a view cannot be put into itself, and null is no view");
         return;
     }
-    view->removeFromSuperview();
+    view->leaveItsPlace();
     view->_superview = this;
     _subviews.push_back(view);
     if (_peer != nullptr) {
@@ -151,6 +164,14 @@ void NSView::removeFromSuperview()
         _peer->setParent(nullptr);
     }
     std::erase(std::exchange(_superview, nullptr)->_subviews, self);
+}
+
+void NSView::leaveItsPlace()
+{
+    removeFromSuperview();
+    if (_contentWindow != nullptr) {
+        _contentWindow->setContentView(nullptr);
+    }
 }
 
 Ref<NSWindow> NSView::window() const
@@ -197,12 +218,10 @@ void NSView::setNeedsDisplay(bool needed)
 
 void NSView::setNeedsDisplayInRect(NSRect rect)
 {
-    if (NSIsEmptyRect(rect)) {
-        return;
-    }
-    _dirtyRect = NSUnionRect(_dirtyRect, rect);
-    if (_peer != nullptr) {
-        _peer->requestRepaint(rect);
+    const NSRect visible = NSIntersectionRect(rect, bounds());
+    _dirtyRect = NSUnionRect(_dirtyRect, visible);
+    if (_peer != nullptr && !NSIsEmptyRect(visible)) {
+        _peer->requestRepaint(visible);
     }
 }
 
@@ -236,6 +255,8 @@ Ref<NSImage> NSView::imageOfBounds(double scale)
 }
 
 // Events
+
+void NSView::viewDidHide() {}
 
 void NSView::mouseDown(NSEvent* event)
 {
@@ -271,13 +292,19 @@ void NSView::addTrackingArea(Ref<NSTrackingArea> area)
 
 void NSView::removeTrackingArea(NSTrackingArea* area)
 {
-    std::erase(_trackingAreas, area);
+    const Ref<NSTrackingArea> removed(area);
+    if (std::erase(_trackingAreas, removed) != 0) {
+        removed->_entered = false;
+    }
 }
 
 void NSView::updateTrackingAreas(std::optional<NSPoint> pointer, bool inKeyWindow)
 {
     const std::vector<Ref<NSTrackingArea>> areas = _trackingAreas; // owners may change the view's
     for (const Ref<NSTrackingArea>& area : areas) {
+        if (std::ranges::find(_trackingAreas, area) == _trackingAreas.end()) {
+            continue;
+        }
         const bool active = (area->_options & NSTrackingMouseEnteredAndExited) != 0 &&
                             (inKeyWindow || (area->_options & NSTrackingActiveInKeyWindow) == 0);
         const bool inside = active && pointer && NSMouseInRect(*pointer, bounds(), isFlipped()) &&
@@ -335,8 +362,10 @@ void NSView::placePeer()
         constexpr double kFarthest = 1 << 23; // beyond any screen, within what the toolkit takes
         return static_cast<int>(std::lround(std::clamp(position, -kFarthest, kFarthest)));
     };
-    _peer->place(
-        QRect(QPoint(edge(x), edge(top)), QSize(edge(x + width) - edge(x), edge(top + height) - edge(top))));
+    const QSize size(edge(x + width) - edge(x), edge(top + height) - edge(top));
+    // Without a superview, the window or the host has put the peer where it is.
+    const QPoint corner = _superview == nullptr ? _peer->pos() : QPoint(edge(x), edge(top));
+    _peer->place(QRect(corner, size));
 }
 
 void NSView::detachPeersOfSubviews()

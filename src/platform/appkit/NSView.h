@@ -37,7 +37,8 @@ public:
     /// The view's place in its superview's coordinates. On screen it covers whole points: its edges are
     /// rounded.
     NSRect frame() const { return _frame; }
-    /// Places the view again; subviews keep their frames. Negative and NaN sizes become 0.
+    /// Places the view again; subviews keep their frames. Negative and NaN sizes become 0, as do
+    /// coordinates that are not finite.
     void setFrame(NSRect frame);
     /// The view's rectangle in its own coordinates: its frame's size at (0, 0).
     NSRect bounds() const { return {{}, _frame.size}; }
@@ -74,7 +75,8 @@ public:
     /// base class draws nothing.
     virtual void drawRect(NSRect rect);
 
-    /// Ask for a redraw of all or of a part, to happen when events have been dealt with.
+    /// Ask for a redraw of all or of a part, to happen when events have been dealt with. What lies outside
+    /// of the bounds does not count.
     void setNeedsDisplay(bool needed = true);
     void setNeedsDisplayInRect(NSRect rect);
     /// Whether a redraw was asked for that has not happened yet.
@@ -92,6 +94,9 @@ public:
     virtual void mouseUp(NSEvent* event);
     virtual void mouseEntered(NSEvent* event);
     virtual void mouseExited(NSEvent* event);
+
+    /// Called when the view is no longer on the screen: hidden, taken away or its window closed.
+    virtual void viewDidHide();
 
     void addTrackingArea(Ref<NSTrackingArea> area);
     /// Takes the area away without telling its owner; nothing happens if the view has no such area.
@@ -118,6 +123,12 @@ private:
     NSPoint convertToWindow(NSPoint point) const;
     NSPoint convertFromWindow(NSPoint point) const;
     bool isSelfOrInside(const NSView& other) const;
+
+    void sizeDidChange();
+    /// Takes a size that a window or host has given the peer.
+    void takeSizeOfPeer(NSSize size);
+    /// Leaves the superview, or the window whose content view this is.
+    void leaveItsPlace();
 
     /// Gives the peer its place and parent.
     void placePeer();

@@ -49,18 +49,23 @@ NSWindow* NSWindow::initWithContentRect_styleMask(NSRect contentRect, NSWindowSt
     flags.setFlag(Qt::WindowMaximizeButtonHint, (style & NSWindowStyleMaskResizable) != 0);
     _peer->setWindowFlags(flags);
 
-    constexpr double kLargest = QWIDGETSIZE_MAX;
-    const QSize size(static_cast<int>(std::lround(std::clamp(contentRect.size.width, 1.0, kLargest))),
-                     static_cast<int>(std::lround(std::clamp(contentRect.size.height, 1.0, kLargest))));
+    static constexpr double kLargest = QWIDGETSIZE_MAX;
+    const auto length = [](double points) {
+        return points >= 1.0 ? static_cast<int>(std::lround(std::min(points, kLargest))) : 1;
+    };
+    const auto place = [](double points) {
+        return std::isfinite(points) ? static_cast<int>(std::lround(std::clamp(points, -kLargest, kLargest)))
+                                     : 0;
+    };
+    const QSize size(length(contentRect.size.width), length(contentRect.size.height));
     if ((style & NSWindowStyleMaskResizable) == 0) {
         _peer->setFixedSize(size);
     }
-    _peer->resize(size);
+    QPoint corner(place(contentRect.origin.x), -place(contentRect.origin.y) - size.height());
     if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-        const double bottom = screen->geometry().height() - contentRect.origin.y;
-        _peer->move(static_cast<int>(std::lround(contentRect.origin.x)),
-                    static_cast<int>(std::lround(bottom - contentRect.size.height)));
+        corner += screen->geometry().topLeft() + QPoint(0, screen->geometry().height());
     }
+    _peer->setGeometry(QRect(corner, size));
     return this;
 }
 
@@ -79,21 +84,21 @@ void NSWindow::setContentView(Ref<NSView> view)
     if (_contentView == view) {
         return;
     }
-    if (_contentView) {
-        _contentView->_contentWindow = nullptr;
-        _contentView->widget()->setParent(nullptr);
+    if (const Ref<NSView> old = std::exchange(_contentView, nullptr)) {
+        old->_contentWindow = nullptr;
+        old->widget()->setParent(nullptr);
     }
-    _contentView = std::move(view);
-    if (!_contentView) {
+    if (!view) {
         return;
     }
-    _contentView->removeFromSuperview();
+    view->leaveItsPlace();
+    _contentView = std::move(view);
     _contentView->_contentWindow = this;
     QWidget* content = _contentView->widget();
     content->setParent(_peer);
     content->setGeometry(_peer->rect());
     _contentView->setFrame(fromQt(QRectF(_peer->rect())));
-    content->show();
+    content->setVisible(!_contentView->isHidden());
 }
 
 void NSWindow::makeKeyAndOrderFront()

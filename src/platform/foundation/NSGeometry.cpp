@@ -25,6 +25,16 @@ bool NSContainsRect(NSRect outer, NSRect inner)
            inner.origin.y + inner.size.height <= outer.origin.y + outer.size.height;
 }
 
+NSRect NSIntersectionRect(NSRect a, NSRect b)
+{
+    const double left = std::max(a.origin.x, b.origin.x);
+    const double least = std::max(a.origin.y, b.origin.y);
+    const double right = std::min(a.origin.x + a.size.width, b.origin.x + b.size.width);
+    const double most = std::min(a.origin.y + a.size.height, b.origin.y + b.size.height);
+    const NSRect common = NSMakeRect(left, least, right - left, most - least);
+    return NSIsEmptyRect(common) ? NSZeroRect : common;
+}
+
 NSRect NSUnionRect(NSRect a, NSRect b)
 {
     if (NSIsEmptyRect(a)) {

@@ -59,6 +59,9 @@ constexpr NSRect NSInsetRect(NSRect rect, double dx, double dy)
                       rect.size.height - 2.0 * dy);
 }
 
+/// What both have in common; `NSZeroRect` if that has no area.
+TESSALINE_EXPORT NSRect NSIntersectionRect(NSRect a, NSRect b);
+
 /// The smallest rectangle that holds both; one without area counts for nothing.
 TESSALINE_EXPORT NSRect NSUnionRect(NSRect a, NSRect b);
 

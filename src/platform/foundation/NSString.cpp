@@ -27,7 +27,7 @@ Ref<NSString> NSString::stringWithCharacters(std::u16string_view characters)
 
 std::string NSString::UTF8String() const
 {
-    QStringEncoder encoder(QStringEncoder::Utf8);
+    QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
     const QByteArray bytes = encoder(QStringView(_characters));
     return bytes.toStdString();
 }

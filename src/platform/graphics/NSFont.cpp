@@ -56,7 +56,7 @@ Ref<NSFont> NSFont::fontWithName_size(const char* name, double size)
     constexpr double kLargestSize = 10000.0;
     auto native = std::make_unique<Native>();
     native->name = QString::fromUtf8(name);
-    native->pointSize = size > 0.0 ? std::min(size, kLargestSize) : kDefaultSize;
+    native->pointSize = size > 0.0 && std::isfinite(size) ? std::min(size, kLargestSize) : kDefaultSize;
 
     QString family = native->name;
     bool italic = false;

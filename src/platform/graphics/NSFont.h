@@ -17,7 +17,7 @@ public:
     /// Looks a font up by family name, with the style's words behind it ("Arial Bold", "Arial Bold
     /// Italic"). Never null: where the family is not installed one of the same metrics is taken if there
     /// is one (Liberation Sans for Arial), else the system's default family, in the asked style and size.
-    /// A size that is not greater than zero, or not finite, becomes `kDefaultSize`.
+    /// A size that is not greater than zero, or not finite, becomes `kDefaultSize`; the largest is 10,000.
     static Ref<NSFont> fontWithName_size(const char* name, double size);
 
     /// The name that was asked for.

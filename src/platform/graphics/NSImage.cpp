@@ -1,5 +1,6 @@
 #include "platform/graphics/NSImage.h"
 
+#include "platform/foundation/Diagnostics.h"
 #include "platform/foundation/NSString.h"
 #include "platform/graphics/NSGraphicsContext.h"
 #include "platform/qt/Conversions.h"
@@ -13,16 +14,17 @@
 namespace
 {
 
-constexpr int kDecodedMebibytes = 256;
+constexpr qint64 kMostPixels = 128 * 1024 * 1024 / 4; // of four bytes
 
 QImage decode(QIODevice& device)
 {
     QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
-    // The limit that readers check before they allocate; some formats tell no size beforehand.
-    QImageReader::setAllocationLimit(kDecodedMebibytes);
-    return reader.read();
+    // Formats that tell no size beforehand are left to the same limit in the readers, Qt's default.
+    const QSize size = reader.size();
+    const bool tooLarge = qint64(size.width()) * size.height() > kMostPixels;
+    return tooLarge ? QImage() : reader.read();
 }
 
 } // namespace
@@ -78,6 +80,10 @@ void NSImage::drawInRect_fromRect_operation_fraction_respectFlipped_hints(NSRect
                                                                           bool respectFlipped,
                                                                           std::nullptr_t /*hints*/) const
 {
+    if (fromRect != NSZeroRect) {
+        diagnose("drawInRect:fromRect:", "only whole images are drawn");
+        return;
+    }
     if (NSGraphicsContext* context = NSGraphicsContext::currentContext()) {
         context->drawImage(*this, rect, fromRect, operation, fraction, respectFlipped);
     }

@@ -23,7 +23,7 @@ public:
     NSImage* initWithSize(NSSize size);
 
     /// Decodes a picture file. Its size in points is its size in pixels, or half of that if the file's
-    /// base name ends in "@2x". Null if it cannot be read, is no picture, or would take more than 256 MiB
+    /// base name ends in "@2x". Null if it cannot be read, is no picture, or would take more than 128 MiB
     /// decoded.
     NSImage* initWithContentsOfFile(NSString* path);
 
@@ -36,8 +36,8 @@ public:
     const std::string& name() const { return _name; }
     void setName(std::string name) { _name = std::move(name); }
 
-    /// Draws the part `fromRect` (in points from the image's top-left; the whole image if it is
-    /// `NSZeroRect`) scaled into `rect` of the current graphics context, faded by `fraction` (1 is
+    /// Draws the whole image, which is what a `fromRect` of `NSZeroRect` stands for and all that is
+    /// provided for, scaled into `rect` of the current graphics context and faded by `fraction` (1 is
     /// opaque). In a flipped context the image stands upright only if `respectFlipped` is set. No hints
     /// exist.
     void drawInRect_fromRect_operation_fraction_respectFlipped_hints(NSRect rect, NSRect fromRect,

@@ -10,9 +10,17 @@
 namespace
 {
 
+/// In quotation marks and on one line, whatever it holds.
 std::string quoted(const std::string& text)
 {
-    return '"' + text + '"';
+    std::string result = "\"";
+    for (const char character : text) {
+        if (character == '"' || character == '\\') {
+            result += '\\';
+        }
+        result += character == '\n' ? std::string("\\n") : std::string(1, character);
+    }
+    return result + '"';
 }
 
 std::string description(const NSBezierPath& path)

@@ -35,6 +35,17 @@ void flipAbout(QPainter& painter, NSRect rect)
     painter.scale(1.0, -1.0);
 }
 
+/// Clips to the device's pixels that `rect` touches: the painter itself would round a fraction away, and
+/// with it the edge of a glyph.
+void clipToPixelsOf(QPainter& painter, NSRect rect)
+{
+    constexpr double kFarthest = 1 << 24;
+    const QRectF device(-kFarthest, -kFarthest, 2.0 * kFarthest, 2.0 * kFarthest);
+    const QTransform transform = painter.deviceTransform();
+    const QRect pixels = transform.mapRect(toQt(rect)).intersected(device).toAlignedRect();
+    painter.setClipRect(transform.inverted().mapRect(QRectF(pixels)), Qt::IntersectClip);
+}
+
 QPainterPath toQt(const NSBezierPath& path)
 {
     QPainterPath result;
@@ -127,28 +138,20 @@ void PainterGraphicsContext::strokePath(const NSBezierPath& path, double lineWid
     _painter.fillPath(stroker.createStroke(toQt(path)), state().stroke);
 }
 
-void PainterGraphicsContext::drawImage(const NSImage& image, NSRect rect, NSRect fromRect,
+void PainterGraphicsContext::drawImage(const NSImage& image, NSRect rect, NSRect /*fromRect*/,
                                        NSCompositingOperation /*operation*/, double fraction,
                                        bool respectFlipped)
 {
     const QImage& pixels = image.native().image;
-    const NSSize size = image.size();
     if (pixels.isNull() || NSIsEmptyRect(rect)) {
         return;
-    }
-    QRectF source(QPointF(), pixels.size());
-    if (fromRect != NSZeroRect) {
-        const double scaleX = pixels.width() / size.width;
-        const double scaleY = pixels.height() / size.height;
-        source = {fromRect.origin.x * scaleX, fromRect.origin.y * scaleY, fromRect.size.width * scaleX,
-                  fromRect.size.height * scaleY};
     }
     const PainterState keep(_painter);
     _painter.setOpacity(fraction);
     if (!_flipped || !respectFlipped) {
         flipAbout(_painter, rect);
     }
-    _painter.drawImage(::toQt(rect), pixels, source);
+    _painter.drawImage(::toQt(rect), pixels);
 }
 
 void PainterGraphicsContext::drawText(const NSString& text, NSRect rect, const NSAttributes& attributes)
@@ -168,6 +171,6 @@ void PainterGraphicsContext::drawText(const NSString& text, NSRect rect, const N
     }
     const NSColor* color = attributes[NSForegroundColorAttributeName];
     _painter.setPen(color == nullptr ? QColor(Qt::black) : ::toQt(*color));
-    _painter.setClipRect(::toQt(rect), Qt::IntersectClip);
+    clipToPixelsOf(_painter, rect);
     layout->draw(_painter, ::toQt(rect.origin));
 }

@@ -10,6 +10,8 @@
 #include <QCoreApplication>
 #include <QPainter>
 
+#include <utility>
+
 namespace
 {
 
@@ -29,14 +31,18 @@ size_t qHash(const Key& key, size_t seed = 0)
 
 using Cache = QCache<Key, std::shared_ptr<const TextLayout>>;
 
-/// Emptied with the application, since layouts must not outlive its fonts; the empty cache itself stays.
+/// What a layout costs beside its characters, in characters.
+constexpr int kLayoutCost = 64;
+
+/// Goes with the application, since layouts must not outlive its fonts; another application gets another.
 Cache& cache()
 {
-    constexpr int kCharacters = 256 * 1024; // of all cached texts together
-    static auto* layouts = [] {
-        qAddPostRoutine([] { cache().clear(); });
-        return new Cache(kCharacters);
-    }();
+    constexpr int kCapacity = 256 * 1024; // characters
+    static Cache* layouts = nullptr;
+    if (layouts == nullptr) {
+        layouts = new Cache(kCapacity);
+        qAddPostRoutine([] { delete std::exchange(layouts, nullptr); });
+    }
     return *layouts;
 }
 
@@ -65,7 +71,7 @@ std::shared_ptr<const TextLayout> TextLayout::of(const NSString& text, const NSA
         return *cached;
     }
     auto layout = std::make_shared<const TextLayout>(key.text, key.font, key.scale, width);
-    cache().insert(key, new std::shared_ptr<const TextLayout>(layout), key.text.size() + 1);
+    cache().insert(key, new std::shared_ptr<const TextLayout>(layout), key.text.size() + kLayoutCost);
     return layout;
 }
 

@@ -35,7 +35,8 @@ void destroyWidget(QWidget* widget)
         delete widget;
         return;
     }
-    widget->setParent(nullptr); // off the screen
+    widget->hide();
+    widget->setParent(nullptr);
     widget->deleteLater();
 }
 
@@ -120,8 +121,16 @@ void ViewPeer::resizeEvent(QResizeEvent* event)
 {
     // The window sizes its content view, and a host its views; all others are sized by their frames.
     if (_view != nullptr && event->size() != _placed) {
-        const QSizeF size = event->size();
-        _view->setFrame({_view->frame().origin, {size.width(), size.height()}});
+        _placed = event->size();
+        _view->takeSizeOfPeer({QSizeF(_placed).width(), QSizeF(_placed).height()});
+    }
+}
+
+void ViewPeer::hideEvent(QHideEvent* /*event*/)
+{
+    pointerAt(std::nullopt); // Qt need not tell of the pointer's leaving later
+    if (_view != nullptr) {
+        _view->viewDidHide();
     }
 }
 
@@ -146,7 +155,8 @@ void ViewPeer::pointerAt(std::optional<QPointF> position)
 void ViewPeer::updateTracking()
 {
     if (_view != nullptr) {
-        const auto pointer = _pointer ? std::optional(toView(*_pointer)) : std::nullopt;
+        const bool inside = _pointer && isVisible();
+        const auto pointer = inside ? std::optional(toView(*_pointer)) : std::nullopt;
         _view->updateTrackingAreas(pointer, isActiveWindow());
     }
 }

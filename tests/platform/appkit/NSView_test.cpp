@@ -51,10 +51,10 @@ Ref<TestView> view(bool flipped, double x, double y, double width, double height
     return made;
 }
 
-void press(QWidget* widget, QPointF position)
+void press(QWidget* widget, QPointF position, QEvent::Type type = QEvent::MouseButtonPress,
+           Qt::MouseButton button = Qt::LeftButton)
 {
-    QMouseEvent event(QEvent::MouseButtonPress, position, widget->mapToGlobal(position), Qt::LeftButton,
-                      Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent event(type, position, widget->mapToGlobal(position), button, button, Qt::NoModifier);
     QCoreApplication::sendEvent(widget, &event);
 }
 
@@ -182,16 +182,120 @@ TEST(NSViewTest, RedrawsWhatWasAskedForAndElseItsWholeFace)
     EXPECT_EQ(content->drawn, (std::vector{NSMakeRect(5.0, 6.5, 13.0, 12.0)}));
 
     content->drawn.clear();
+    content->setNeedsDisplayInRect(NSMakeRect(-50.0, -50.0, 10.0, 10.0));
+    EXPECT_FALSE(content->needsDisplay()) << "nothing of it is in the bounds";
+    content->setNeedsDisplayInRect(NSMakeRect(-1e10, -1e10, 2e10, 1e10 + 7.0));
+    application->handlePendingEvents();
+    EXPECT_EQ(content->drawn, (std::vector{NSMakeRect(0.0, 0.0, 60.0, 7.0)}));
+
+    content->drawn.clear();
     const Ref<TestView> child = view(true, 10.0, 10.0, 5.0, 5.0);
     content->addSubview(child);
     application->handlePendingEvents();
     content->drawn.clear();
     child->setNeedsDisplay();
     application->handlePendingEvents();
-    for (const NSRect& rect : content->drawn) {
-        EXPECT_EQ(rect, content->bounds()) << "repainted under a subview, a view draws its whole face";
-    }
+    EXPECT_EQ(content->drawn, (std::vector{content->bounds()}))
+        << "repainted under a subview, the whole face";
     EXPECT_EQ(child->drawn.back(), child->bounds());
+    child->setNeedsDisplay();
+    child->setFrame(NSMakeRect(10.0, 10.0, 4.0, 3.0));
+    application->handlePendingEvents();
+    EXPECT_EQ(child->drawn.back(), child->bounds()) << "and not what it was before";
+}
+
+TEST(NSViewTest, StaysWhereAHostPutsIt)
+{
+    const Ref<TestView> hosted = view(true, 7.0, 8.0, 40.5, 30.0);
+    QWidget host;
+    hosted->widget()->setParent(&host);
+    hosted->widget()->setGeometry(50, 70, 150, 90);
+    host.show();
+    NSApplication::sharedApplication()->handlePendingEvents();
+    EXPECT_EQ(hosted->widget()->geometry(), QRect(50, 70, 150, 90));
+    EXPECT_EQ(hosted->frame(), NSMakeRect(7.0, 8.0, 150.0, 90.0));
+}
+
+/// Counts entries and exits, and removes an area when it is told of the pointer.
+class Watcher : public TestView
+{
+public:
+    void mouseEntered(NSEvent* /*event*/) override
+    {
+        ++entries;
+        removeTrackingArea(doomed.get());
+    }
+    void mouseExited(NSEvent* /*event*/) override { ++exits; }
+    void add(NSRect rect, NSTrackingAreaOptions options)
+    {
+        addTrackingArea(
+            make<NSTrackingArea>()->initWithRect_options_owner_userInfo(rect, options, this, nullptr));
+    }
+
+    int entries = 0;
+    int exits = 0;
+    Ref<NSTrackingArea> doomed;
+};
+
+TEST(NSViewTest, TellsOwnersOfTrackingAreas)
+{
+    const Ref<Watcher> watcher = make<Watcher>();
+    watcher->initWithFrame(NSMakeRect(0.0, 0.0, 40.0, 30.0));
+    watcher->add(NSMakeRect(0.0, 0.0, 10.0, 30.0), NSTrackingMouseEnteredAndExited);
+    watcher->add(NSMakeRect(0.0, 0.0, 40.0, 30.0), NSTrackingActiveInKeyWindow); // tells nothing
+    QWidget* widget = watcher->widget();
+    widget->show();
+    const auto moveTo = [&](double x) {
+        const QPointF place(x, 15.0);
+        QMouseEvent event(QEvent::MouseMove, place, widget->mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(widget, &event);
+    };
+    moveTo(15.0);
+    EXPECT_EQ(watcher->entries, 0);
+    moveTo(9.0);
+    moveTo(8.0);
+    EXPECT_EQ(watcher->entries, 1);
+    widget->hide();
+    EXPECT_EQ(watcher->exits, 1) << "what is hidden is left";
+    moveTo(9.0);
+    EXPECT_EQ(watcher->entries, 1);
+    widget->show();
+
+    watcher->add(NSMakeRect(0.0, 0.0, 10.0, 30.0), NSTrackingMouseEnteredAndExited);
+    watcher->doomed = watcher->trackingAreas().back();
+    moveTo(9.0);
+    EXPECT_EQ(watcher->entries, 2) << "the first owner removed the last area";
+    moveTo(15.0);
+    EXPECT_EQ(watcher->exits, 2);
+}
+
+TEST(NSViewTest, KnowsItsWindow)
+{
+    Ref<NSWindow> window =
+        make<NSWindow>()->initWithContentRect_styleMask(NSMakeRect(0.0, 0.0, 60.0, 50.0), 0);
+    const Ref<TestView> content = view(false, 0.0, 0.0, 1.0, 1.0);
+    const Ref<TestView> child = view(true, 10.0, 10.0, 5.0, 5.0);
+    content->addSubview(child);
+    EXPECT_EQ(child->window(), nullptr);
+    window->setContentView(content);
+    EXPECT_EQ(child->window(), window);
+    Ref<NSWindow> second = make<NSWindow>();
+    second->setContentView(content);
+    EXPECT_EQ(window->contentView(), nullptr) << "a view has one place";
+    window = nullptr;
+    EXPECT_EQ(child->window(), second);
+    const Ref<TestView> parent = view(true, 0.0, 0.0, 9.0, 9.0);
+    parent->widget();
+    content->setHidden(true);
+    parent->addSubview(content);
+    EXPECT_EQ(child->window(), nullptr);
+    second->setContentView(view(false, 0.0, 0.0, 1.0, 1.0));
+    second = nullptr;
+    EXPECT_EQ(content->widget()->parentWidget(), parent->widget());
+    EXPECT_TRUE(content->widget()->isHidden());
+    content->setHidden(false);
+    EXPECT_FALSE(content->widget()->isHidden());
 }
 
 TEST(NSViewTest, TellsWhereAPressHappened)
@@ -204,6 +308,10 @@ TEST(NSViewTest, TellsWhereAPressHappened)
     parent->widget();
     press(unflipped->widget(), {3.0, 4.0});
     EXPECT_EQ(unflipped->downs, (std::vector{NSPoint{3.0, 16.0}}));
+    press(unflipped->widget(), {3.0, 4.0}, QEvent::MouseButtonDblClick);
+    EXPECT_EQ(unflipped->downs.size(), 2U) << "the second of two quick presses";
+    press(unflipped->widget(), {3.0, 4.0}, QEvent::MouseButtonPress, Qt::RightButton);
+    EXPECT_EQ(unflipped->downs.size(), 2U);
     press(passive->widget(), {1.0, 2.0});
     EXPECT_EQ(parent->downs, (std::vector{NSPoint{51.0, 68.0}})) << "passed on to the superview";
 }

@@ -22,7 +22,8 @@ TEST(NSStringTest, RefusesInvalidUTF8)
         EXPECT_EQ(NSString::stringWithUTF8String(bytes), nullptr);
     }
     EXPECT_EQ(NSString::stringWithUTF8String(nullptr), nullptr);
-    EXPECT_EQ(NSString::stringWithCharacters(u"\xD83D!")->UTF8String(), "\xEF\xBF\xBD!");
+    EXPECT_EQ(NSString::stringWithCharacters(u"\xD83D!\xDE00\xD83D")->UTF8String(),
+              "\xEF\xBF\xBD!\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
 TEST(NSStringTest, ComparesByCodeUnits)

@@ -5,9 +5,12 @@
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
+#include "platform/qt/Native.h"
 #include "support/Drawing.h"
 
 #include <gtest/gtest.h>
+
+#include <QColor>
 
 #include <functional>
 
@@ -137,33 +140,80 @@ TEST(NSGraphicsContextTest, KeepsImagesUpright)
     EXPECT_EQ(pixel(*paint(true, draw(NSZeroRect, 1.0, false)), 10, 2), kBlack) << "upside down on demand";
     EXPECT_EQ(pixel(*paint(false, draw(NSZeroRect, 1.0, true)), 10, 12), kRed);
     EXPECT_EQ(pixel(*paint(false, draw(NSZeroRect, 1.0, true)), 10, 28), kBlack);
-    EXPECT_EQ(pixel(*paint(true, draw(NSMakeRect(0.0, 20.0, 40.0, 10.0), 1.0, true)), 10, 2), kBlack);
     EXPECT_EQ(pixel(*paint(true, draw(NSZeroRect, 0.5, true)), 10, 2), "#7fff0000") << "half, rounded down";
 }
 
-TEST(NSGraphicsContextTest, KeepsTextUprightAndInsideItsRectangle)
+NSAttributes attributes(double size, const char* font = "Arial")
 {
-    const auto draw = [](NSRect rect) {
-        return [=] {
-            text("TT\nTT")->drawInRect_withAttributes(rect, {{NSForegroundColorAttributeName, red()}});
-        };
-    };
-    const auto hasInk = [](const Ref<NSImage>& image, int top, int bottom) {
-        for (int i = 40 * top; i < 40 * bottom; ++i) {
-            if (pixel(*image, i % 40, i / 40) != kNothing) {
-                return true;
-            }
+    return {{NSFontAttributeName, NSFont::fontWithName_size(font, size)},
+            {NSForegroundColorAttributeName, red()}};
+}
+
+/// A picture of `string` drawn into `rect` of a canvas.
+QImage written(const char* string, NSRect rect, const NSAttributes& attributes, bool flipped = true)
+{
+    const Ref<NSString> drawn = text(string);
+    return paint(
+               flipped, [&] { drawn->drawInRect_withAttributes(rect, attributes); }, 2.0)
+        ->native()
+        .image;
+}
+
+/// The part of a picture that is painted, in points.
+QRectF inkOf(const QImage& picture)
+{
+    QRect ink;
+    for (int i = 0; i < picture.width() * picture.height(); ++i) {
+        const QPoint place(i % picture.width(), i / picture.width());
+        if (qAlpha(picture.pixel(place)) != 0) {
+            ink |= QRect(place, QSize(1, 1));
         }
-        return false;
-    };
-    // The bar of a T is at its top: two to three points under the top of the line.
-    const Ref<NSImage> flipped = paint(true, draw(NSMakeRect(0.0, 0.0, 40.0, 13.0)));
-    EXPECT_NE(pixel(*flipped, 1, 3), kNothing);
-    EXPECT_FALSE(hasInk(flipped, 13, 30)) << "the second line is clipped";
-    const Ref<NSImage> unflipped = paint(false, draw(NSMakeRect(0.0, 0.0, 40.0, 28.0)));
-    EXPECT_NE(pixel(*unflipped, 1, 5), kNothing);
-    EXPECT_TRUE(hasInk(unflipped, 16, 30));
-    EXPECT_FALSE(hasInk(paint(true, draw(NSMakeRect(0.0, 0.0, -40.0, 28.0))), 0, 30));
+    }
+    return {ink.x() / 2.0, ink.y() / 2.0, ink.width() / 2.0, ink.height() / 2.0};
+}
+
+TEST(NSGraphicsContextTest, WrapsTextAtWords)
+{
+    // In turn, so that no layout is taken for another of another width or size.
+    for (const double size : {7.0, 6.5, 7.5}) {
+        const double width = text("ab ab")->sizeWithAttributes(attributes(size)).width;
+        for (const double room : {width * 1.4, width * 0.7}) {
+            EXPECT_EQ(written("ab ab ab", NSMakeRect(0.0, 0.0, room, 30.0), attributes(size)),
+                      written(room > width ? "ab ab\nab" : "ab\nab\nab", NSMakeRect(0.0, 0.0, 40.0, 30.0),
+                              attributes(size)))
+                << size << ' ' << room;
+        }
+    }
+    EXPECT_EQ(written("HHHH", NSMakeRect(0.0, 0.0, 12.0, 30.0), attributes(7.0)),
+              written("HH\nHH", NSMakeRect(0.0, 0.0, 40.0, 30.0), attributes(7.0)))
+        << "a word that is too wide";
+}
+
+TEST(NSGraphicsContextTest, SetsTextInItsPlaceColourAndSize)
+{
+    for (const bool flipped : {true, false}) {
+        const QImage picture =
+            written("IH", NSMakeRect(5.0, 0.0, 35.0, 30.0), attributes(25.0, "Arial Bold"), flipped);
+        const QRectF ink = inkOf(picture);
+        EXPECT_GE(ink.left(), 5.0);
+        EXPECT_LT(ink.left(), 8.0);
+        EXPECT_NEAR(ink.top(), 25.0 * (1854.0 - 1466.0) / 2048.0, 1.0)
+            << "the capitals' height under the ascent";
+        EXPECT_EQ(picture.pixelColor(ink.topLeft().toPoint() * 2 + QPoint(4, 8)).name(QColor::HexArgb), kRed);
+    }
+    const double whole = inkOf(written("HHHH", NSMakeRect(0.0, 0.0, 40.0, 30.0), attributes(13.0))).width();
+    const double half = inkOf(written("HHHH", NSMakeRect(0.0, 0.0, 40.0, 30.0), attributes(12.5))).width();
+    EXPECT_NEAR(half / whole, 12.5 / 13.0, 0.02);
+}
+
+TEST(NSGraphicsContextTest, ClipsTextToItsRectangleButNotItsGlyphs)
+{
+    const auto name = attributes(14.0, "Arial Bold");
+    const NSSize size = text("Aff")->sizeWithAttributes(name);
+    EXPECT_EQ(written("Aff", {{0.3, 0.0}, size}, name),
+              written("Aff", NSMakeRect(0.3, 0.0, 39.0, 30.0), name));
+    EXPECT_LE(inkOf(written("TT\nTT", NSMakeRect(0.0, 0.0, 40.0, 14.0), attributes(12.0))).bottom(), 14.0);
+    EXPECT_TRUE(inkOf(written("T", NSMakeRect(0.0, 0.0, -40.0, 28.0), attributes(12.0))).isEmpty());
 }
 
 } // namespace
