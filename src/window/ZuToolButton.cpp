@@ -20,6 +20,7 @@ constexpr double kSmallSize = 12.0; // badge and description
 constexpr double kNameSize = 14.0;
 constexpr double kDescriptionGrey = 127.0 / 255.0;
 
+constexpr double kFrameRoom = 1.0;         // of the content, at the top and at the right
 constexpr double kPressShift = 1.0;        // of the content, to the right and up
 constexpr double kBadgeTextInset = 8.0;    // from the badge's left edge
 constexpr double kBadgeTextRise = 2.0;     // above the badge's top edge
@@ -164,8 +165,8 @@ struct ZuToolButton::Layout {
 ZuToolButton::Layout ZuToolButton::layout() const
 {
     const NSRect all = bounds();
-    NSRect content =
-        NSMakeRect(all.origin.x, all.origin.y + 1.0, all.size.width - 1.0, all.size.height - 1.0);
+    NSRect content = NSMakeRect(all.origin.x, all.origin.y + kFrameRoom, all.size.width - kFrameRoom,
+                                all.size.height - kFrameRoom);
     if (isPressedLook()) {
         content.origin.x += kPressShift;
         content.origin.y -= kPressShift;

@@ -210,7 +210,8 @@ TEST(NSGraphicsContextTest, ClipsTextToItsRectangleButNotItsGlyphs)
 {
     const auto name = attributes(14.0, "Arial Bold");
     const NSSize size = text("Aff")->sizeWithAttributes(name);
-    for (double x = 0.0; x < 1.0; x += 0.1) {
+    for (int tenth = 0; tenth < 10; ++tenth) {
+        const double x = tenth / 10.0;
         EXPECT_EQ(written("Aff", {{x, 0.0}, size}, name),
                   written("Aff", NSMakeRect(x, 0.0, 39.0, 30.0), name))
             << x;
