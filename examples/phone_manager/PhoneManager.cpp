@@ -175,8 +175,7 @@ void PhoneManager::showSettingsState()
     if (!_writable) {
         _page->setNote("The settings in “" + path +
                        "” cannot be read: the file is damaged, or closed to us. Built-in settings are in "
-                       "use, and nothing "
-                       "is saved, so that the file stays as it is.");
+                       "use, and nothing is saved, so that the file stays as it is.");
     } else if (!_settings->IsOk()) {
         _page->setNote("There are no settings in “" + path + "” yet. They are saved with the first change.");
     } else {

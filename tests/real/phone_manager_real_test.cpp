@@ -102,17 +102,4 @@ TEST_F(PhoneManagerRealTest, ShowsAChangedSettingAfterARestart)
     EXPECT_TRUE(saved("\"opened_contacts\": 2"));
 }
 
-TEST_F(PhoneManagerRealTest, LeavesADamagedFileAlone)
-{
-    const std::string damaged = folder.read("settings.json").substr(0, 40);
-    folder.write("settings.json", damaged);
-    start();
-    moveTo(kContacts);
-    desktop::press();
-    EXPECT_TRUE(shows(kContactsBlank, "#0000ff")) << "the button's own colour";
-    desktop::release();
-    EXPECT_TRUE(shows(kContactsBlank, "#ffffff"));
-    EXPECT_EQ(folder.read("settings.json"), damaged);
-}
-
 } // namespace
