@@ -2,6 +2,7 @@
 
 #include "platform/appkit/NSApplication.h"
 #include "platform/appkit/NSWindow.h"
+#include "platform/foundation/Weak.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "real/Desktop.h"
@@ -51,8 +52,10 @@ protected:
     ~ZuToolButtonRealTest() override
     {
         // Seen by Qt, which drops a motion to where it saw the pointer last: the next test begins here.
-        desktop::movePointer(outside());
-        EXPECT_TRUE(desktop::waitUntil([&] { return !button->widget()->underMouse(); }));
+        if (button) {
+            desktop::movePointer(outside());
+            EXPECT_TRUE(desktop::waitUntil([&] { return !button->widget()->underMouse(); }));
+        }
     }
 
     static unsigned long identifier(NSWindow& window)
@@ -137,6 +140,25 @@ TEST_F(ZuToolButtonRealTest, TakesAPressInAWindowThatIsNotKey)
     desktop::release();
     EXPECT_TRUE(looksHover());
     EXPECT_EQ(target->senders.size(), 1U);
+}
+
+TEST_F(ZuToolButtonRealTest, MayEndItsWindowInItsAction)
+{
+    const Weak<NSWindow> gone(window);
+    target->onAction = [&] {
+        window = nullptr;
+        content = nullptr;
+        button = nullptr;
+    };
+    desktop::movePointer(inside());
+    EXPECT_TRUE(looksHover());
+    desktop::press();
+    desktop::release();
+    EXPECT_TRUE(desktop::waitUntil([&] { return button == nullptr; }));
+    EXPECT_EQ(gone.get(), nullptr);
+    QWidget* next = other->contentView()->widget();
+    desktop::movePointer(next->mapToGlobal(QPoint(9, 9)));
+    EXPECT_TRUE(desktop::waitUntil([&] { return next->underMouse(); }));
 }
 
 TEST_F(ZuToolButtonRealTest, HoversOnlyWhileItsWindowIsKey)
