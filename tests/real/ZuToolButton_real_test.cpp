@@ -45,7 +45,7 @@ protected:
         desktop::movePointer(outside());
         other->makeKeyAndOrderFront();
         window->makeKeyAndOrderFront();
-        EXPECT_TRUE(desktop::waitUntil([&] { return window->isVisible() && other->isVisible(); }));
+        EXPECT_TRUE(desktop::waitUntil([&] { return window->isKeyWindow() || other->isKeyWindow(); }));
         makeKey(*window);
     }
 

@@ -59,11 +59,6 @@ int NSApplication::run()
     return QApplication::exec();
 }
 
-void NSApplication::terminate()
-{
-    QCoreApplication::quit();
-}
-
 void NSApplication::handlePendingEvents()
 {
     QCoreApplication::processEvents();

@@ -17,9 +17,8 @@ public:
     /// Whether nothing can be seen, since there is no display: views then draw off screen only.
     bool isOffscreen() const;
 
-    /// Handles events until the last window is closed or `terminate` is called. Returns the exit code.
+    /// Handles events until the last window is closed. Returns the exit code.
     int run();
-    void terminate();
 
     /// Handles the events that are waiting, if any, and returns.
     void handlePendingEvents();

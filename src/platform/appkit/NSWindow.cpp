@@ -69,11 +69,6 @@ NSWindow* NSWindow::initWithContentRect_styleMask(NSRect contentRect, NSWindowSt
     return this;
 }
 
-Ref<NSString> NSWindow::title() const
-{
-    return fromQt(_peer->windowTitle());
-}
-
 void NSWindow::setTitle(Ref<NSString> title)
 {
     _peer->setWindowTitle(title ? toQt(*title) : QString());
@@ -111,14 +106,4 @@ void NSWindow::makeKeyAndOrderFront()
 bool NSWindow::isKeyWindow() const
 {
     return _peer->isActiveWindow();
-}
-
-bool NSWindow::isVisible() const
-{
-    return _peer->isVisible();
-}
-
-void NSWindow::close()
-{
-    _peer->close();
 }

@@ -24,7 +24,7 @@ public:
     /// style is fixed. Returns this window.
     NSWindow* initWithContentRect_styleMask(NSRect contentRect, NSWindowStyleMask style);
 
-    Ref<NSString> title() const;
+    /// Null for none.
     void setTitle(Ref<NSString> title);
 
     /// The view that fills the window: kept alive, sized with the window, null at first.
@@ -35,9 +35,6 @@ public:
     void makeKeyAndOrderFront();
     /// Whether the keyboard is directed to this window.
     bool isKeyWindow() const;
-    bool isVisible() const;
-    /// Takes the window off the screen; it can be shown again.
-    void close();
 
 protected:
     ~NSWindow() override;

@@ -15,6 +15,7 @@
 
 #include <QCoreApplication>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QWidget>
 
 #include <functional>
@@ -325,11 +326,13 @@ TEST(NSViewTest, SurvivesItsRemovalDuringAnEvent)
     parent->widget();
     TestView* raw = child.get();
     raw->onMouseDown = [raw] { raw->removeFromSuperview(); };
-    QWidget* widget = child->widget();
+    QPointer<QWidget> widget = child->widget();
     child = nullptr;
     press(widget, {3.0, 4.0});
     EXPECT_EQ(weak.get(), nullptr);
+    EXPECT_FALSE(widget.isNull()) << "Qt may still be at work on it";
     NSApplication::sharedApplication()->handlePendingEvents();
+    EXPECT_TRUE(widget.isNull());
 
     Ref<NSWindow> window =
         make<NSWindow>()->initWithContentRect_styleMask(NSMakeRect(0.0, 0.0, 60.0, 50.0), 0);

@@ -30,10 +30,4 @@ TEST(NSGeometryTest, RectanglesWithoutAreaCountForNothing)
     EXPECT_EQ(NSUnionRect(rect, NSMakeRect(-1.0, 5.0, 1.0, 10.0)), NSMakeRect(-1.0, 2.0, 5.0, 13.0));
 }
 
-TEST(NSGeometryTest, NumbersAreWrittenExactly)
-{
-    EXPECT_EQ(NSStringFromRect(NSMakeRect(0.1, -0.5, 1.0 / 3.0, 1e21)),
-              "{{0.1, -0.5}, {0.3333333333333333, 1e+21}}");
-}
-
 } // namespace

@@ -26,13 +26,4 @@ TEST(NSStringTest, RefusesInvalidUTF8)
               "\xEF\xBF\xBD!\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
-TEST(NSStringTest, ComparesByCodeUnits)
-{
-    const Ref<NSString> composed = NSString::stringWithUTF8String("\xC3\xA9");
-    EXPECT_TRUE(composed->isEqual(NSString::stringWithCharacters(u"\u00e9").get()));
-    EXPECT_FALSE(composed->isEqual(NSString::stringWithCharacters(u"e\u0301").get()));
-    EXPECT_FALSE(composed->isEqual(nullptr));
-    EXPECT_EQ(composed->copy(), composed);
-}
-
 } // namespace
