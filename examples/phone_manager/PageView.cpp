@@ -1,7 +1,7 @@
 #include "PageView.h"
 
+#include <platform/foundation/NSAttributes.h>
 #include <platform/foundation/NSString.h>
-#include <platform/graphics/NSAttributes.h>
 #include <platform/graphics/NSBezierPath.h>
 #include <platform/graphics/NSColor.h>
 #include <platform/graphics/NSFont.h>

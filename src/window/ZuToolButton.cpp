@@ -2,8 +2,8 @@
 
 #include "platform/appkit/NSTrackingArea.h"
 #include "platform/foundation/ClassTable.h"
+#include "platform/foundation/NSAttributes.h"
 #include "platform/foundation/NSString.h"
-#include "platform/graphics/NSAttributes.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"

@@ -2,9 +2,9 @@
 
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSTrackingArea.h"
+#include "platform/foundation/NSAttributes.h"
 #include "platform/foundation/NSString.h"
 #include "platform/foundation/Weak.h"
-#include "platform/graphics/NSAttributes.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 #include "platform/graphics/NSImage.h"

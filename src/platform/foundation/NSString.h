@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+class NSAttributedString;
 class NSAttributes;
 
 /// An immutable text of UTF-16 code units; lengths and ranges count these.
@@ -29,14 +30,14 @@ public:
     /// in points, not rounded. An empty text has the height of a line.
     NSSize sizeWithAttributes(const NSAttributes& attributes) const;
 
-    /// Draws the text into the current graphics context, left-aligned from the top of `rect`, wrapped at
-    /// word boundaries (a word wider than `rect` between characters) and clipped to `rect`. Draws nothing
-    /// into a rectangle without area.
+    /// Draws the text into the current graphics context as an attributed one is drawn.
     void drawInRect_withAttributes(NSRect rect, const NSAttributes& attributes) const;
 
 private:
     template <class T, class... Arguments> friend Ref<T> make(Arguments&&... arguments);
     explicit NSString(std::u16string_view characters) : _characters(characters) {}
+
+    Ref<NSAttributedString> withAttributes(const NSAttributes& attributes) const;
 
     std::u16string _characters;
 };

@@ -3,11 +3,12 @@
 #include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/NSObject.h"
 
-class NSAttributes;
+class NSAttributedString;
 class NSBezierPath;
 class NSColor;
 class NSImage;
-class NSString;
+class NSLayoutManager;
+struct NSRange;
 enum class NSCompositingOperation;
 
 /// Where drawing goes: every drawing operation of the layer ends in one of these functions, in the
@@ -48,5 +49,6 @@ public:
     virtual void strokePath(const NSBezierPath& path) = 0;
     virtual void drawImage(const NSImage& image, NSRect rect, NSRect fromRect,
                            NSCompositingOperation operation, double fraction, bool respectFlipped) = 0;
-    virtual void drawText(const NSString& text, NSRect rect, const NSAttributes& attributes) = 0;
+    virtual void drawText(const NSAttributedString& text, NSRect rect) = 0;
+    virtual void drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin) = 0;
 };

@@ -1,11 +1,16 @@
 #include "platform/graphics/NSRecordingGraphicsContext.h"
 
+#include "platform/foundation/NSAttributedString.h"
+#include "platform/foundation/NSNumber.h"
 #include "platform/foundation/NSString.h"
-#include "platform/graphics/NSAttributes.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 #include "platform/graphics/NSImage.h"
+#include "platform/graphics/NSLayoutManager.h"
+#include "platform/graphics/NSParagraphStyle.h"
+#include "platform/graphics/NSTextContainer.h"
+#include "platform/graphics/NSTextStorage.h"
 
 namespace
 {
@@ -44,6 +49,43 @@ std::string description(const NSBezierPath& path)
         }
     }
     return text;
+}
+
+std::string description(NSRange range)
+{
+    return '{' + std::to_string(range.location) + ", " + std::to_string(range.length) + '}';
+}
+
+std::string description(const NSAttributes& attributes)
+{
+    std::string text;
+    if (const NSFont* font = attributes[NSFontAttributeName]) {
+        text +=
+            " font " + quoted(font->fontName()->UTF8String()) + ' ' + NSStringFromNumber(font->pointSize());
+    }
+    if (const NSColor* color = attributes[NSForegroundColorAttributeName]) {
+        text += " color " + color->description();
+    }
+    if (const NSNumber* underline = attributes[NSUnderlineStyleAttributeName]) {
+        text += " underline " + std::to_string(underline->integerValue());
+    }
+    if (const NSParagraphStyle* style = attributes[NSParagraphStyleAttributeName]) {
+        text += " alignment " + std::to_string(static_cast<long>(style->alignment()));
+    }
+    return text;
+}
+
+/// The attributes of a text, by stretches if there are several.
+std::string description(const NSAttributedString& text)
+{
+    if (text.runs().size() == 1) {
+        return description(text.runs().front().attributes);
+    }
+    std::string runs;
+    for (const NSAttributedString::Run& run : text.runs()) {
+        runs += " [" + description(run.range) + description(run.attributes) + ']';
+    }
+    return runs;
 }
 
 } // namespace
@@ -99,15 +141,18 @@ void NSRecordingGraphicsContext::drawImage(const NSImage& image, NSRect rect, NS
                           NSStringFromNumber(fraction) + (respectFlipped ? " respectFlipped" : ""));
 }
 
-void NSRecordingGraphicsContext::drawText(const NSString& text, NSRect rect, const NSAttributes& attributes)
+void NSRecordingGraphicsContext::drawText(const NSAttributedString& text, NSRect rect)
 {
-    std::string line = "drawText " + quoted(text.UTF8String()) + ' ' + NSStringFromRect(rect);
-    if (const NSFont* font = attributes[NSFontAttributeName]) {
-        line +=
-            " font " + quoted(font->fontName()->UTF8String()) + ' ' + NSStringFromNumber(font->pointSize());
-    }
-    if (const NSColor* color = attributes[NSForegroundColorAttributeName]) {
-        line += " color " + color->description();
-    }
-    _operations.push_back(std::move(line));
+    _operations.push_back("drawText " + quoted(text.string()->UTF8String()) + ' ' + NSStringFromRect(rect) +
+                          description(text));
+}
+
+void NSRecordingGraphicsContext::drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin)
+{
+    const NSAttributedString& text = *layout.textStorage();
+    const NSSize size = layout.textContainer()->containerSize();
+    _operations.push_back(
+        "drawGlyphs " + description(glyphs) + ' ' + quoted(text.string()->UTF8String()) + " at " +
+        NSStringFromPoint(origin) + " container " + NSStringFromPoint({size.width, size.height}) +
+        " padding " + NSStringFromNumber(layout.textContainer()->lineFragmentPadding()) + description(text));
 }

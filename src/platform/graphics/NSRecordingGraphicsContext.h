@@ -12,6 +12,9 @@
 ///     strokeRect {{0, 0}, {200, 60}} width 1
 ///     drawImage "icon" {{4, 14.5}, {32, 32}} from {{0, 0}, {0, 0}} operation 2 fraction 1 respectFlipped
 ///     drawText "Messages" {{54, 10}, {70.25, 16.1}} font "Arial Bold" 14 color white(0, 1)
+///     drawGlyphs {0, 5} "Hello" at {4, 10} container {80, 1000} padding 5 font "Arial" 12 alignment 2
+///
+/// A text of several stretches shows each with its attributes: "Hello" [{0, 2} underline 1] [{2, 3}].
 class TESSALINE_EXPORT NSRecordingGraphicsContext final : public NSGraphicsContext
 {
 public:
@@ -30,7 +33,8 @@ public:
     void strokePath(const NSBezierPath& path) override;
     void drawImage(const NSImage& image, NSRect rect, NSRect fromRect, NSCompositingOperation operation,
                    double fraction, bool respectFlipped) override;
-    void drawText(const NSString& text, NSRect rect, const NSAttributes& attributes) override;
+    void drawText(const NSAttributedString& text, NSRect rect) override;
+    void drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin) override;
 
 private:
     bool _flipped;

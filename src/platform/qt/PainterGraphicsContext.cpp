@@ -1,10 +1,12 @@
 #include "platform/qt/PainterGraphicsContext.h"
 
-#include "platform/foundation/NSString.h"
-#include "platform/graphics/NSAttributes.h"
+#include "platform/foundation/NSAttributedString.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSImage.h"
+#include "platform/graphics/NSLayoutManager.h"
+#include "platform/graphics/NSTextContainer.h"
+#include "platform/graphics/NSTextStorage.h"
 #include "platform/qt/Conversions.h"
 #include "platform/qt/Native.h"
 #include "platform/qt/TextLayout.h"
@@ -154,23 +156,25 @@ void PainterGraphicsContext::drawImage(const NSImage& image, NSRect rect, NSRect
     _painter.drawImage(::toQt(rect), pixels);
 }
 
-void PainterGraphicsContext::drawText(const NSString& text, NSRect rect, const NSAttributes& attributes)
+void PainterGraphicsContext::drawText(const NSAttributedString& text, NSRect rect)
 {
     if (NSIsEmptyRect(rect)) {
         return;
-    }
-    // Unwrapped first: a rectangle that was measured for the text must not break it by a rounding.
-    constexpr double kRounding = 1.0 / 64.0; // of the widths that text is shaped in
-    auto layout = TextLayout::of(text, attributes, TextLayout::kUnlimited);
-    if (layout->size().width > rect.size.width + kRounding) {
-        layout = TextLayout::of(text, attributes, rect.size.width);
     }
     const PainterState keep(_painter);
     if (!_flipped) {
         flipAbout(_painter, rect);
     }
-    const NSColor* color = attributes[NSForegroundColorAttributeName];
-    _painter.setPen(color == nullptr ? QColor(Qt::black) : ::toQt(*color));
     clipToPixelsOf(_painter, rect);
-    layout->draw(_painter, ::toQt(rect.origin));
+    TextLayout::of(text, rect.size.width)->draw(_painter, ::toQt(rect.origin), text, {0, text.length()});
+}
+
+void PainterGraphicsContext::drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin)
+{
+    const PainterState keep(_painter);
+    if (!_flipped) {
+        flipAbout(_painter, {origin, {}});
+    }
+    const QPointF padding(layout.textContainer()->lineFragmentPadding(), 0.0);
+    layout.layout().draw(_painter, ::toQt(origin) + padding, *layout.textStorage(), glyphs);
 }

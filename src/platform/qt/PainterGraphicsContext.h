@@ -29,7 +29,8 @@ public:
     void strokePath(const NSBezierPath& path) override;
     void drawImage(const NSImage& image, NSRect rect, NSRect fromRect, NSCompositingOperation operation,
                    double fraction, bool respectFlipped) override;
-    void drawText(const NSString& text, NSRect rect, const NSAttributes& attributes) override;
+    void drawText(const NSAttributedString& text, NSRect rect) override;
+    void drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin) override;
 
 private:
     struct State {

@@ -1,8 +1,11 @@
 #include "platform/qt/TextLayout.h"
 
+#include "platform/foundation/NSAttributedString.h"
+#include "platform/foundation/NSNumber.h"
 #include "platform/foundation/NSString.h"
-#include "platform/graphics/NSAttributes.h"
+#include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
+#include "platform/graphics/NSParagraphStyle.h"
 #include "platform/qt/Conversions.h"
 #include "platform/qt/Native.h"
 
@@ -10,15 +13,19 @@
 #include <QCoreApplication>
 #include <QPainter>
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace
 {
 
+constexpr double kTabInterval = 28.0;    // points
+constexpr double kRounding = 1.0 / 64.0; // of the widths that text is shaped in
+
 struct Key {
     QString text;
-    QFont font;
-    double scale;
+    std::vector<TextLayout::Run> runs;
     double width;
 
     bool operator==(const Key&) const = default;
@@ -26,7 +33,8 @@ struct Key {
 
 size_t qHash(const Key& key, size_t seed = 0)
 {
-    return qHashMulti(seed, key.text, key.font, key.scale, key.width);
+    return qHashMulti(seed, key.text, key.width, key.runs.size(), key.runs.front().font,
+                      key.runs.front().scale);
 }
 
 using Cache = QCache<Key, std::shared_ptr<const TextLayout>>;
@@ -46,66 +54,335 @@ Cache& cache()
     return *layouts;
 }
 
-/// The texts between line ends. A line end at the end of the text begins one more, empty paragraph.
-QStringList paragraphs(QString text)
+TextLayout::Run runOf(const NSAttributedString::Run& run)
 {
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    text.replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
-    return text.split(QLatin1Char('\n'));
-}
-
-} // namespace
-
-std::shared_ptr<const TextLayout> TextLayout::of(const NSString& text, const NSAttributes& attributes,
-                                                 double width)
-{
-    const NSFont* font = attributes[NSFontAttributeName];
+    const NSFont* font = run.attributes[NSFontAttributeName];
     Ref<NSFont> defaultFont;
     if (font == nullptr) {
         defaultFont = NSFont::fontWithName_size("Arial", NSFont::kDefaultSize);
         font = defaultFont.get();
     }
-    const Key key{toQt(text), font->native().font, font->native().scale, width};
+    TextLayout::Run result{run.range, font->native().font, font->native().scale, NSTextAlignment::Natural};
+    const NSNumber* underline = run.attributes[NSUnderlineStyleAttributeName];
+    result.font.setUnderline(underline != nullptr && underline->integerValue() != NSUnderlineStyleNone);
+    if (const NSParagraphStyle* style = run.attributes[NSParagraphStyleAttributeName]) {
+        result.alignment = style->alignment();
+    }
+    return result;
+}
+
+/// The stretches of a text that are set alike, whatever their colours.
+std::vector<TextLayout::Run> runsOf(const NSAttributedString& text)
+{
+    std::vector<TextLayout::Run> runs;
+    for (const NSAttributedString::Run& run : text.runs()) {
+        TextLayout::Run next = runOf(run);
+        TextLayout::Run* last = runs.empty() ? nullptr : &runs.back();
+        if (last != nullptr && last->font == next.font && last->scale == next.scale &&
+            last->alignment == next.alignment) {
+            last->range.length += next.range.length;
+        } else {
+            runs.push_back(std::move(next));
+        }
+    }
+    return runs;
+}
+
+/// Fonts of several fractional sizes are set in sixteenths of a point, those of one size as they are.
+double commonScale(const std::vector<TextLayout::Run>& runs)
+{
+    constexpr double kSixteenth = 1.0 / 16.0;
+    const double first = runs.front().scale;
+    const bool common = std::ranges::all_of(runs, [&](const auto& run) { return run.scale == first; });
+    return common ? first : kSixteenth;
+}
+
+QFont fontInScale(const TextLayout::Run& run, double scale)
+{
+    QFont font = run.font;
+    font.setPixelSize(static_cast<int>(std::lround(run.font.pixelSize() * run.scale / scale)));
+    return font;
+}
+
+/// The length of the line end at `index`; 0 if there is none.
+qsizetype lineEndAt(const QString& text, qsizetype index)
+{
+    const QChar character = text[index];
+    if (character == QLatin1Char('\r') && index + 1 < text.size() && text[index + 1] == QLatin1Char('\n')) {
+        return 2;
+    }
+    const bool ends = character == QLatin1Char('\n') || character == QLatin1Char('\r') ||
+                      character == QChar(QChar::ParagraphSeparator);
+    return ends ? 1 : 0;
+}
+
+std::size_t runAt(const std::vector<TextLayout::Run>& runs, std::size_t index)
+{
+    const auto behind = std::ranges::upper_bound(
+        runs, index, {}, [](const TextLayout::Run& run) { return run.range.location; });
+    return static_cast<std::size_t>(behind - runs.begin()) - 1;
+}
+
+} // namespace
+
+std::shared_ptr<const TextLayout> TextLayout::of(const NSAttributedString& text, double width)
+{
+    const double usable = width > 0.0 ? std::min(width, kUnlimited) : 0.0;
+    const Key key{toQt(*text.string()), runsOf(text), usable};
     if (const auto* cached = cache().object(key)) {
         return *cached;
     }
-    auto layout = std::make_shared<const TextLayout>(key.text, key.font, key.scale, width);
+    auto layout = std::make_shared<const TextLayout>(key.text, key.runs, usable);
     cache().insert(key, new std::shared_ptr<const TextLayout>(layout), key.text.size() + kLayoutCost);
     return layout;
 }
 
-TextLayout::TextLayout(const QString& text, const QFont& font, double scale, double width) : _scale(scale)
+TextLayout::TextLayout(const QString& text, const std::vector<Run>& runs, double width)
+    : _scale(commonScale(runs))
 {
+    qsizetype start = 0;
+    for (qsizetype index = 0; index < text.size();) {
+        const qsizetype lineEnd = lineEndAt(text, index);
+        if (lineEnd == 0) {
+            ++index;
+            continue;
+        }
+        addParagraph(text, runs, {static_cast<std::size_t>(start), static_cast<std::size_t>(index - start)},
+                     static_cast<std::size_t>(lineEnd), width);
+        start = index += lineEnd;
+    }
+    addParagraph(text, runs, {static_cast<std::size_t>(start), static_cast<std::size_t>(text.size() - start)},
+                 0, width);
+    align(runs, width);
+}
+
+void TextLayout::addParagraph(const QString& text, const std::vector<Run>& runs, NSRange characters,
+                              std::size_t lineEnd, double width)
+{
+    const std::size_t firstRun = runAt(runs, characters.location);
+    const std::size_t lastRun = characters.length == 0 ? firstRun : runAt(runs, NSMaxRange(characters) - 1);
+    const auto start = static_cast<qsizetype>(characters.location);
+    auto layout = std::make_unique<QTextLayout>(text.mid(start, static_cast<qsizetype>(characters.length)),
+                                                fontInScale(runs[firstRun], _scale));
+    if (firstRun != lastRun) {
+        QList<QTextLayout::FormatRange> formats;
+        for (std::size_t index = firstRun; index <= lastRun; ++index) {
+            const NSRange part = NSIntersectionRange(runs[index].range, characters);
+            QTextLayout::FormatRange format;
+            format.start = static_cast<int>(part.location - characters.location);
+            format.length = static_cast<int>(part.length);
+            format.format.setFont(fontInScale(runs[index], _scale));
+            formats.append(format);
+        }
+        layout->setFormats(formats);
+    }
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     option.setUseDesignMetrics(true);
-    constexpr double kWidest = 1 << 23; // that a line can be given
-    const qreal lineWidth = width == kUnlimited ? kWidest : width / scale;
-    for (const QString& paragraph : paragraphs(text)) {
-        auto layout = std::make_unique<QTextLayout>(paragraph, font);
-        layout->setTextOption(option);
-        layout->setCacheEnabled(true);
+    option.setTabStopDistance(kTabInterval / _scale);
+    layout->setTextOption(option);
+    layout->setCacheEnabled(true);
+
+    double widest = 0.0;
+    double ascent = 0.0;
+    double descent = 0.0;
+    const auto breakLines = [&](double lineWidth) {
         layout->beginLayout();
         for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
             line.setLineWidth(lineWidth);
-            line.setPosition({0.0, _size.height});
-            _size.width = std::max(_size.width, line.naturalTextWidth());
-            _size.height += line.ascent() + line.descent();
+            widest = std::max(widest, line.naturalTextWidth());
+            ascent = std::max(ascent, line.ascent());
+            descent = std::max(descent, line.descent());
         }
         layout->endLayout();
-        _paragraphs.push_back(std::move(layout));
+    };
+    // Unbroken first: a width that was measured for the text must not break it by a rounding. It also
+    // tells how high the fonts are that stand in for characters which the font lacks. With that height
+    // for all lines of a paragraph in one font, a wider paragraph is never higher.
+    breakLines(kUnlimited);
+    if (widest * _scale > width + kRounding) {
+        if (runs[firstRun].alignment == NSTextAlignment::Justified) {
+            option.setAlignment(Qt::AlignJustify);
+            layout->setTextOption(option);
+        }
+        breakLines(width / _scale);
     }
-    _size = {_size.width * scale, _size.height * scale};
+
+    const std::size_t firstLine = _lines.size();
+    for (int index = 0; index < layout->lineCount(); ++index) {
+        QTextLine line = layout->lineAt(index);
+        const double lineAscent = firstRun == lastRun ? ascent : line.ascent();
+        const double lineDescent = firstRun == lastRun ? descent : line.descent();
+        const double natural = line.naturalTextWidth() * _scale;
+        const bool last = index + 1 == layout->lineCount();
+        _lines.push_back({{characters.location + static_cast<std::size_t>(line.textStart()),
+                           static_cast<std::size_t>(line.textLength()) + (last ? lineEnd : 0)},
+                          _size.height,
+                          (lineAscent + lineDescent) * _scale,
+                          0.0,
+                          natural,
+                          {}});
+        line.setPosition({0.0, _size.height / _scale + lineAscent - line.ascent()});
+        _size.width = std::max(_size.width, natural);
+        _size.height = _lines.back().bottom();
+    }
+    _paragraphs.push_back({characters, std::move(layout), firstLine});
 }
 
-void TextLayout::draw(QPainter& painter, QPointF origin) const
+void TextLayout::align(const std::vector<Run>& runs, double width)
+{
+    const double room = width >= kUnlimited ? _size.width : width;
+    for (const Paragraph& paragraph : _paragraphs) {
+        const int lineCount = paragraph.layout->lineCount();
+        const bool justified = paragraph.layout->textOption().alignment() == Qt::AlignJustify;
+        const bool rightToLeft = paragraph.layout->text().isRightToLeft();
+        const NSTextAlignment alignment = runs[runAt(runs, paragraph.characters.location)].alignment;
+        for (int index = 0; index < lineCount; ++index) {
+            Line& line = _lines[paragraph.firstLine + static_cast<std::size_t>(index)];
+            const double free = room - line.width;
+            switch (alignment) {
+            case NSTextAlignment::Left:
+                break;
+            case NSTextAlignment::Right:
+                line.left = free;
+                break;
+            case NSTextAlignment::Center:
+                line.left = free / 2.0;
+                break;
+            case NSTextAlignment::Justified:
+            case NSTextAlignment::Natural:
+                line.left = rightToLeft ? free : 0.0;
+                break;
+            }
+            QTextLine shaped = paragraph.layout->lineAt(index);
+            if (justified) { // the shaper has put the words in their places
+                if (index + 1 < lineCount) {
+                    line.left = 0.0;
+                    line.width = room;
+                }
+            } else {
+                shaped.setPosition({line.left / _scale, shaped.y()});
+            }
+            line.glyphs = shaped.glyphRuns();
+        }
+    }
+}
+
+const TextLayout::Line& TextLayout::lineOfCharacter(std::size_t index) const
+{
+    const auto behind = std::ranges::upper_bound(_lines, index, {},
+                                                 [](const Line& line) { return line.characters.location; });
+    return *(behind - 1);
+}
+
+const TextLayout::Paragraph& TextLayout::paragraphOf(const Line& line) const
+{
+    const auto index = static_cast<std::size_t>(&line - _lines.data());
+    return *(std::ranges::upper_bound(_paragraphs, index, {}, &Paragraph::firstLine) - 1);
+}
+
+QTextLine TextLayout::lineInParagraph(const Line& line) const
+{
+    const Paragraph& paragraph = paragraphOf(line);
+    const std::ptrdiff_t index = &line - _lines.data() - static_cast<std::ptrdiff_t>(paragraph.firstLine);
+    return paragraph.layout->lineAt(static_cast<int>(index));
+}
+
+QList<QGlyphRun> TextLayout::glyphsOf(const Line& line, NSRange characters) const
+{
+    const NSRange text = paragraphOf(line).characters;
+    const NSRange shown = NSIntersectionRange(NSIntersectionRange(characters, line.characters), text);
+    if (shown.length == 0) {
+        return {};
+    }
+    const bool whole = shown == NSIntersectionRange(line.characters, text);
+    return whole ? line.glyphs
+                 : lineInParagraph(line).glyphRuns(static_cast<int>(shown.location - text.location),
+                                                   static_cast<int>(shown.length));
+}
+
+NSRange TextLayout::wholeCharacters(NSRange characters) const
+{
+    const auto edge = [&](std::size_t index, bool forward) {
+        const Paragraph& paragraph = paragraphOf(lineOfCharacter(index));
+        const std::size_t last = paragraph.characters.length;
+        std::size_t place = index - paragraph.characters.location;
+        if (place > last) { // within a line end
+            const Line& line = lineOfCharacter(index);
+            return forward ? NSMaxRange(line.characters) : NSMaxRange(paragraph.characters);
+        }
+        while (place > 0 && place < last &&
+               !paragraph.layout->isValidCursorPosition(static_cast<int>(place))) {
+            place = forward ? place + 1 : place - 1;
+        }
+        return paragraph.characters.location + place;
+    };
+    const std::size_t length = NSMaxRange(_lines.back().characters);
+    const std::size_t from = edge(std::min(characters.location, length), false);
+    const std::size_t to = edge(std::min(NSMaxRange(characters), length), true);
+    return {from, characters.length == 0 ? 0 : to - from};
+}
+
+std::vector<NSRect> TextLayout::rectsOf(NSRange characters) const
+{
+    std::vector<NSRect> rects;
+    for (const Line& line : _lines) {
+        std::vector<NSRect> onLine;
+        for (const QGlyphRun& glyphs : glyphsOf(line, characters)) {
+            const QRectF bounds = glyphs.boundingRect();
+            onLine.push_back(NSMakeRect(bounds.x() * _scale, line.top, bounds.width() * _scale, line.height));
+        }
+        std::ranges::sort(onLine, {}, [](const NSRect& rect) { return rect.origin.x; });
+        const std::size_t first = rects.size();
+        for (const NSRect& rect : onLine) {
+            const bool touches = rects.size() > first &&
+                                 rects.back().origin.x + rects.back().size.width >= rect.origin.x - kRounding;
+            if (touches) {
+                rects.back() = NSUnionRect(rects.back(), rect);
+            } else if (!NSIsEmptyRect(rect)) {
+                rects.push_back(rect);
+            }
+        }
+    }
+    return rects;
+}
+
+std::size_t TextLayout::characterAt(NSPoint point) const
+{
+    const auto below =
+        std::ranges::find_if(_lines, [&](const Line& line) { return point.y < line.bottom(); });
+    const Line& line = below == _lines.end() ? _lines.back() : *below;
+    const Paragraph& paragraph = paragraphOf(line);
+    const NSRange shown = NSIntersectionRange(line.characters, paragraph.characters);
+    if (shown.length == 0) {
+        return line.characters.location;
+    }
+    const int place = lineInParagraph(line).xToCursor(point.x / _scale, QTextLine::CursorOnCharacter);
+    const std::size_t index = paragraph.characters.location + static_cast<std::size_t>(place);
+    return std::clamp(index, shown.location, wholeCharacters({NSMaxRange(shown) - 1, 1}).location);
+}
+
+void TextLayout::draw(QPainter& painter, QPointF origin, const NSAttributedString& text,
+                      NSRange characters) const
 {
     painter.save();
     painter.translate(origin);
     painter.scale(_scale, _scale);
-    for (const auto& paragraph : _paragraphs) {
-        paragraph->draw(&painter, {});
+    auto run = text.runs().begin();
+    for (const Line& line : _lines) {
+        const NSRange drawn = NSIntersectionRange(line.characters, characters);
+        for (std::size_t place = drawn.location; place < NSMaxRange(drawn);) {
+            while (NSMaxRange(run->range) <= place) {
+                ++run;
+            }
+            const NSRange part = NSIntersectionRange(run->range, {place, NSMaxRange(drawn) - place});
+            const NSColor* color = run->attributes[NSForegroundColorAttributeName];
+            painter.setPen(color == nullptr ? QColor(Qt::black) : toQt(*color));
+            for (const QGlyphRun& glyphs : glyphsOf(line, part)) {
+                painter.drawGlyphRun({}, glyphs);
+            }
+            place = NSMaxRange(part);
+        }
     }
     painter.restore();
 }

@@ -3,40 +3,91 @@
 // Shaped text. Private to the platform layer.
 
 #include "platform/foundation/NSGeometry.h"
+#include "platform/foundation/NSRange.h"
 
+#include <QFont>
+#include <QGlyphRun>
 #include <QTextLayout>
 
 #include <memory>
 #include <vector>
 
+class NSAttributedString;
 class NSAttributes;
-class NSString;
 class QPainter;
+enum class NSTextAlignment : long;
 
-/// A text shaped in one font and broken into lines of a width; measuring and drawing both read it. User
-/// interface thread only.
+/// A text shaped in its fonts, broken into lines of a width and aligned in it; measuring and drawing both
+/// read it. Places are in points from the layout's top-left corner, y downwards. Colours are no part of
+/// it. User-interface thread only.
 class TextLayout
 {
 public:
-    /// The width that breaks no line.
-    static constexpr double kUnlimited = -1.0;
+    /// Widths from here on break no line.
+    static constexpr double kUnlimited = 1 << 23;
 
-    /// The layout of `text` in the font of `attributes`. Recent layouts are kept, so that a redraw does
-    /// not shape again.
-    static std::shared_ptr<const TextLayout> of(const NSString& text, const NSAttributes& attributes,
-                                                double width);
+    struct Line {
+        NSRange characters; // with the line end
+        double top;
+        double height;
+        double left; // of what it shows, and its width without spaces at its end
+        double width;
+        QList<QGlyphRun> glyphs; // in the shaper's units
 
-    /// Sets `text` in `font`, enlarged by `scale`; the width is that after scaling.
-    TextLayout(const QString& text, const QFont& font, double scale, double width);
+        double bottom() const { return top + height; }
+    };
+
+    /// The layout of `text`, whose widths below 0, and NaN, count as 0. Recent layouts are kept, so that a
+    /// redraw does not shape again.
+    static std::shared_ptr<const TextLayout> of(const NSAttributedString& text, double width);
+
+    /// What decides a layout besides the text and the width.
+    struct Run {
+        NSRange range;
+        QFont font;   // of a whole size
+        double scale; // from there to the size
+        NSTextAlignment alignment;
+
+        bool operator==(const Run&) const = default;
+    };
+
+    TextLayout(const QString& text, const std::vector<Run>& runs, double width);
 
     /// Widest line by the sum of the line heights, none of them rounded.
     NSSize size() const { return _size; }
 
-    /// Draws in the painter's pen colour, from the top-left corner `origin`, y downwards.
-    void draw(QPainter& painter, QPointF origin) const;
+    /// At least one; an empty text has an empty line.
+    const std::vector<Line>& lines() const { return _lines; }
+    /// The line that a character is on; the last one for indexes behind the text.
+    const Line& lineOfCharacter(std::size_t index) const;
+
+    /// Widens a range to whole characters as they are shown.
+    NSRange wholeCharacters(NSRange characters) const;
+    std::vector<NSRect> rectsOf(NSRange characters) const;
+    /// The character at a point, or else the nearest on the nearest line.
+    std::size_t characterAt(NSPoint point) const;
+
+    /// Draws some characters of `text`, which this is the layout of, in its colours. `origin` is the place
+    /// of the top-left corner in the painter's coordinates, y downwards.
+    void draw(QPainter& painter, QPointF origin, const NSAttributedString& text, NSRange characters) const;
 
 private:
-    std::vector<std::unique_ptr<QTextLayout>> _paragraphs;
-    double _scale;
+    struct Paragraph {
+        NSRange characters; // without the line end
+        std::unique_ptr<QTextLayout> layout;
+        std::size_t firstLine;
+    };
+
+    void addParagraph(const QString& text, const std::vector<Run>& runs, NSRange characters,
+                      std::size_t lineEnd, double width);
+    void align(const std::vector<Run>& runs, double width);
+    const Paragraph& paragraphOf(const Line& line) const;
+    QTextLine lineInParagraph(const Line& line) const;
+    /// The glyphs of those characters that are on the line, in the shaper's units.
+    QList<QGlyphRun> glyphsOf(const Line& line, NSRange characters) const;
+
+    std::vector<Paragraph> _paragraphs;
+    std::vector<Line> _lines;
+    double _scale; // from the shaper's units to points
     NSSize _size;
 };

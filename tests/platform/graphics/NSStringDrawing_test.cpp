@@ -1,5 +1,5 @@
+#include "platform/foundation/NSAttributes.h"
 #include "platform/foundation/NSString.h"
-#include "platform/graphics/NSAttributes.h"
 #include "platform/graphics/NSFont.h"
 #include "support/Drawing.h"
 

@@ -7,6 +7,8 @@
 
 class NSColor;
 class NSFont;
+class NSNumber;
+class NSParagraphStyle;
 
 /// The key of a text attribute whose value is a `T`.
 template <class T> struct NSAttributeKey {
@@ -15,9 +17,16 @@ template <class T> struct NSAttributeKey {
 
 inline constexpr NSAttributeKey<NSFont> NSFontAttributeName{0};
 inline constexpr NSAttributeKey<NSColor> NSForegroundColorAttributeName{1};
+/// One of the `NSUnderlineStyle` numbers.
+inline constexpr NSAttributeKey<NSNumber> NSUnderlineStyleAttributeName{2};
+/// A paragraph takes the style of its first character.
+inline constexpr NSAttributeKey<NSParagraphStyle> NSParagraphStyleAttributeName{3};
+
+inline constexpr int NSUnderlineStyleNone = 0;
+inline constexpr int NSUnderlineStyleSingle = 1;
 
 /// Text attributes: values by key, which keep their objects alive. Text without a font is set in
-/// "Arial" 12.0, without a colour in black.
+/// "Arial" 12.0, without a colour in black, without a paragraph style in natural alignment.
 class TESSALINE_EXPORT NSAttributes
 {
 public:
@@ -35,7 +44,7 @@ public:
     NSAttributes(std::initializer_list<Entry> entries)
     {
         for (const Entry& entry : entries) {
-            _values[entry.index] = entry.value;
+            set(entry);
         }
     }
 
@@ -45,7 +54,13 @@ public:
         return static_cast<T*>(_values[key.index].get());
     }
 
+    /// Sets an attribute; null takes it away.
+    void set(const Entry& entry) { _values[entry.index] = entry.value; }
+
+    /// Whether both have the same attributes with equal values.
+    bool operator==(const NSAttributes& other) const;
+
 private:
-    static constexpr std::size_t kKeys = 2;
+    static constexpr std::size_t kKeys = 4;
     std::array<Ref<NSObject>, kKeys> _values;
 };

@@ -1,0 +1,157 @@
+#include "platform/foundation/NSAttributedString.h"
+
+#include "platform/foundation/Diagnostics.h"
+#include "platform/foundation/NSString.h"
+
+#include <algorithm>
+
+bool NSAttributes::operator==(const NSAttributes& other) const
+{
+    return std::ranges::equal(_values, other._values, [](const auto& a, const auto& b) {
+        return a == b || (a && a->isEqual(b.get()));
+    });
+}
+
+NSAttributedString::NSAttributedString() : _string(NSString::stringWithCharacters({})), _runs{Run{}} {}
+
+NSAttributedString::~NSAttributedString() = default;
+
+NSAttributedString* NSAttributedString::initWithString(NSString* string)
+{
+    return initWithString_attributes(string, {});
+}
+
+NSAttributedString* NSAttributedString::initWithString_attributes(NSString* string,
+                                                                  const NSAttributes& attributes)
+{
+    if (string != nullptr) {
+        _string = string;
+    }
+    _runs = {Run{{0, length()}, attributes}};
+    return this;
+}
+
+NSAttributedString* NSAttributedString::initWithAttributedString(const NSAttributedString* other)
+{
+    if (other != nullptr) {
+        _string = other->_string;
+        _runs = other->_runs;
+    }
+    return this;
+}
+
+Ref<NSString> NSAttributedString::string() const
+{
+    return _string;
+}
+
+std::size_t NSAttributedString::length() const
+{
+    return _string->length();
+}
+
+const NSAttributes& NSAttributedString::attributesAtIndex_effectiveRange(std::size_t index,
+                                                                         NSRange* effectiveRange) const
+{
+    static const Run nowhere{{NSNotFound, 0}, {}};
+    const Run* found = &nowhere;
+    if (index < length()) {
+        found =
+            &*(std::ranges::upper_bound(_runs, index, {}, [](const Run& run) { return run.range.location; }) -
+               1);
+    } else if (index == length()) {
+        found = &_runs.back();
+    } else {
+        diagnose("attributesAtIndex", "index " + std::to_string(index) + " is beyond the text");
+    }
+    if (effectiveRange != nullptr) {
+        *effectiveRange = found->range;
+    }
+    return found->attributes;
+}
+
+Ref<NSAttributedString> NSAttributedString::copy() const
+{
+    return const_cast<NSAttributedString*>(this);
+}
+
+bool NSAttributedString::isEqual(const NSObject* other) const
+{
+    const auto* text = dynamic_cast<const NSAttributedString*>(other);
+    const auto equal = [](const Run& a, const Run& b) {
+        return a.range == b.range && a.attributes == b.attributes;
+    };
+    return text != nullptr && _string->isEqual(text->_string.get()) &&
+           std::ranges::equal(_runs, text->_runs, equal);
+}
+
+NSMutableAttributedString* NSMutableAttributedString::initWithString(NSString* string)
+{
+    NSAttributedString::initWithString(string);
+    return this;
+}
+
+NSMutableAttributedString*
+NSMutableAttributedString::initWithAttributedString(const NSAttributedString* other)
+{
+    NSAttributedString::initWithAttributedString(other);
+    return this;
+}
+
+std::vector<NSAttributedString::Run>::iterator NSMutableAttributedString::divideRunsAt(std::size_t location)
+{
+    const auto run =
+        std::ranges::lower_bound(_runs, location, {}, [](const Run& each) { return NSMaxRange(each.range); });
+    if (run == _runs.end() || location <= run->range.location) {
+        return run;
+    }
+    if (location == NSMaxRange(run->range)) {
+        return run + 1;
+    }
+    Run rest = *run;
+    run->range.length = location - run->range.location;
+    rest.range = {location, rest.range.length - run->range.length};
+    return _runs.insert(run + 1, std::move(rest));
+}
+
+void NSMutableAttributedString::addAttribute_value_range(const NSAttributes::Entry& attribute, NSRange range)
+{
+    const NSRange inside = NSIntersectionRange(range, {0, length()});
+    if (inside != range) {
+        diagnose("addAttribute", "the range goes beyond the text");
+    }
+    if (inside.length == 0 && length() != 0) {
+        return;
+    }
+    if (length() == 0) {
+        _runs.front().attributes.set(attribute);
+    } else {
+        divideRunsAt(NSMaxRange(inside));
+        for (auto run = divideRunsAt(inside.location);
+             run != _runs.end() && run->range.location < NSMaxRange(inside); ++run) {
+            run->attributes.set(attribute);
+        }
+        std::vector<Run> merged;
+        for (Run& run : _runs) {
+            if (!merged.empty() && merged.back().attributes == run.attributes) {
+                merged.back().range.length += run.range.length;
+            } else {
+                merged.push_back(std::move(run));
+            }
+        }
+        _runs = std::move(merged);
+    }
+    ++_changeCount;
+}
+
+void NSMutableAttributedString::setAttributedString(const NSAttributedString* other)
+{
+    const Ref<NSAttributedString> taken = other == nullptr ? make<NSAttributedString>() : other->copy();
+    NSAttributedString::initWithAttributedString(taken.get());
+    ++_changeCount;
+}
+
+Ref<NSAttributedString> NSMutableAttributedString::copy() const
+{
+    return make<NSAttributedString>()->initWithAttributedString(this);
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/foundation/NSAttributes.h"
+#include "platform/foundation/NSGeometry.h"
+#include "platform/foundation/NSRange.h"
+
+#include <vector>
+
+class NSString;
+
+/// A text whose stretches carry attributes. The base class does not change once it is set up.
+class TESSALINE_EXPORT NSAttributedString : public NSObject
+{
+public:
+    /// A stretch of equal attributes.
+    struct Run {
+        NSRange range;
+        NSAttributes attributes;
+    };
+
+    /// An empty text without attributes.
+    NSAttributedString();
+
+    /// Set-up with a text (null counts as empty), which gets the attributes from its start to its end.
+    /// They stay with an empty text, too, whose font decides its height.
+    NSAttributedString* initWithString(NSString* string);
+    NSAttributedString* initWithString_attributes(NSString* string, const NSAttributes& attributes);
+    /// Set-up with the text and attributes of another, which may be null.
+    NSAttributedString* initWithAttributedString(const NSAttributedString* other);
+
+    Ref<NSString> string() const;
+    std::size_t length() const;
+
+    /// The attributes of the unit at `index`, which is less than the length. `effectiveRange`, unless
+    /// null, receives the stretch around it over which they are the same. At the end of the text, and of
+    /// an empty text, those before it; beyond, none at all, with the range {NSNotFound, 0}.
+    const NSAttributes& attributesAtIndex_effectiveRange(std::size_t index, NSRange* effectiveRange) const;
+
+    /// The text's stretches, one after the other; neighbours differ. An empty text has one empty run.
+    const std::vector<Run>& runs() const { return _runs; }
+
+    /// The size of the text when drawn without wrapping: the widest line by the sum of the line heights,
+    /// in points, not rounded.
+    NSSize size() const;
+
+    /// Draws the text into the current graphics context from the top of `rect`, wrapped at word boundaries
+    /// (a word wider than `rect` between characters), aligned in its width and clipped to it. Draws
+    /// nothing into a rectangle without area.
+    void drawInRect(NSRect rect) const;
+
+    /// A text that does not change: this one itself, unless it is mutable.
+    virtual Ref<NSAttributedString> copy() const;
+    bool isEqual(const NSObject* other) const override;
+
+protected:
+    ~NSAttributedString() override;
+
+    Ref<NSString> _string; // never null
+    std::vector<Run> _runs;
+};
+
+/// An attributed text that can be changed.
+class TESSALINE_EXPORT NSMutableAttributedString : public NSAttributedString
+{
+public:
+    NSMutableAttributedString* initWithString(NSString* string);
+    NSMutableAttributedString* initWithAttributedString(const NSAttributedString* other);
+
+    /// Sets one attribute over `range`, all others stay; a null value takes it away. Of a range that goes
+    /// beyond the text, which is reported, the part inside counts.
+    void addAttribute_value_range(const NSAttributes::Entry& attribute, NSRange range);
+    template <class T>
+    void addAttribute_value_range(NSAttributeKey<T> key, const Ref<T>& value, NSRange range)
+    {
+        addAttribute_value_range(NSAttributes::Entry(key, value), range);
+    }
+
+    /// Takes over the text and attributes of another; null empties the text.
+    void setAttributedString(const NSAttributedString* other);
+
+    /// How often the text has changed; tells who keeps something made from it when to make it again.
+    std::size_t changeCount() const { return _changeCount; }
+
+    Ref<NSAttributedString> copy() const override;
+
+private:
+    /// The run that begins at `location`, dividing the one around it if need be.
+    std::vector<Run>::iterator divideRunsAt(std::size_t location);
+
+    std::size_t _changeCount = 0;
+};
