@@ -9,8 +9,7 @@
 Operations operationsOf(NSView& view, NSRect rect)
 {
     const auto context = make<NSRecordingGraphicsContext>(view.isFlipped());
-    const NSGraphicsContext::Scope scope(*context);
-    view.drawRect(rect);
+    view.displayRectIgnoringOpacity_inContext(rect, *context);
     return context->operations();
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/appkit/NSEvent.h"
 #include "platform/foundation/ClassTable.h"
-#include "platform/foundation/NSAttributes.h"
+#include "platform/foundation/NSAttributedString.h"
 #include "platform/foundation/NSString.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
@@ -49,10 +49,24 @@ NSButton* NSButton::initWithFrame(NSRect frame)
 
 Ref<NSString> NSButton::title() const
 {
-    return _title.get();
+    const Ref<NSAttributedString> title = _title.get();
+    return title ? title->string() : nullptr;
 }
 
 void NSButton::setTitle(Ref<NSString> title)
+{
+    const NSAttributes attributes{{NSFontAttributeName, NSFont::fontWithName_size("Arial", kTitleSize)},
+                                  {NSForegroundColorAttributeName, NSColor::blackColor()}};
+    setAttributedTitle(
+        title ? make<NSAttributedString>()->initWithString_attributes(title.get(), attributes) : nullptr);
+}
+
+Ref<NSAttributedString> NSButton::attributedTitle() const
+{
+    return _title.get();
+}
+
+void NSButton::setAttributedTitle(Ref<NSAttributedString> title)
 {
     _title.set(title);
     setNeedsDisplay();
@@ -106,18 +120,18 @@ void NSButton::drawRect(NSRect /*rect*/)
     NSColor::grayColor()->setStroke();
     NSBezierPath::strokeRect(face);
 
-    const Ref<NSString> title = this->title();
-    if (!title) {
+    if (!attributedTitle()) {
         return;
     }
-    const NSAttributes attributes{
-        {NSFontAttributeName, NSFont::fontWithName_size("Arial", kTitleSize)},
-        {NSForegroundColorAttributeName, isEnabled() ? NSColor::blackColor() : NSColor::grayColor()}};
-    const NSSize size = title->sizeWithAttributes(attributes);
-    title->drawInRect_withAttributes(NSMakeRect((face.size.width - size.width) * 0.5,
-                                                (face.size.height - size.height) * 0.5, size.width,
-                                                size.height),
-                                     attributes);
+    const Ref<NSMutableAttributedString> title =
+        make<NSMutableAttributedString>()->initWithAttributedString(attributedTitle().get());
+    if (!isEnabled()) {
+        title->addAttribute_value_range(NSForegroundColorAttributeName, NSColor::grayColor(),
+                                        {0, title->length()});
+    }
+    const NSSize size = title->size();
+    title->drawInRect(NSMakeRect((face.size.width - size.width) * 0.5, (face.size.height - size.height) * 0.5,
+                                 size.width, size.height));
 }
 
 bool NSButton::contains(const NSEvent& event) const

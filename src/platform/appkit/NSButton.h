@@ -2,11 +2,12 @@
 
 #include "platform/appkit/NSControl.h"
 
+class NSAttributedString;
 class NSImage;
 class NSString;
 
 /// A push button: tracks a press from the mouse going down inside to its release, and sends its action if
-/// that happens inside, too. Draws a plain face with its title.
+/// that happens inside, too. Draws a plain face with its title, which is grey while the button is disabled.
 class TESSALINE_EXPORT NSButton : public NSControl
 {
 public:
@@ -17,6 +18,10 @@ public:
     /// The button's texts and images, null by default; texts are copied. Each setter asks for a redraw.
     Ref<NSString> title() const;
     void setTitle(Ref<NSString> title);
+    /// The title with its attributes: those that it was given, or after `setTitle` the button's own font
+    /// in black.
+    Ref<NSAttributedString> attributedTitle() const;
+    void setAttributedTitle(Ref<NSAttributedString> title);
     Ref<NSString> alternateTitle() const;
     void setAlternateTitle(Ref<NSString> title);
     Ref<NSImage> image() const;
@@ -47,7 +52,7 @@ private:
     bool contains(const NSEvent& event) const;
     void setHighlighted(bool highlighted);
 
-    CopyProperty<NSString> _title;
+    CopyProperty<NSAttributedString> _title;
     CopyProperty<NSString> _alternateTitle;
     RetainProperty<NSImage> _image;
     RetainProperty<NSImage> _alternateImage;

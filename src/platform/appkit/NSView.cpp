@@ -1,11 +1,14 @@
 #include "platform/appkit/NSView.h"
 
+#include "platform/appkit/CALayer.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSTrackingArea.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/ClassTable.h"
 #include "platform/foundation/Diagnostics.h"
 #include "platform/foundation/NSString.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSGraphicsContext.h"
 #include "platform/graphics/NSImage.h"
 #include "platform/qt/Conversions.h"
 #include "platform/qt/Native.h"
@@ -38,6 +41,9 @@ NSView::NSView() = default;
 
 NSView::~NSView()
 {
+    if (_layer) {
+        _layer->_view = nullptr;
+    }
     detachPeersOfSubviews();
     for (const Ref<NSView>& subview : _subviews) {
         subview->_superview = nullptr;
@@ -208,6 +214,30 @@ void NSView::setToolTip(Ref<NSString> text)
 // Drawing
 
 void NSView::drawRect(NSRect /*rect*/) {}
+
+void NSView::setWantsLayer(bool wantsLayer)
+{
+    if (wantsLayer == this->wantsLayer()) {
+        return;
+    }
+    if (_layer) {
+        _layer->_view = nullptr;
+    }
+    _layer = wantsLayer ? make<CALayer>(this) : nullptr;
+    setNeedsDisplay();
+}
+
+void NSView::displayRectIgnoringOpacity_inContext(NSRect rect, NSGraphicsContext& context)
+{
+    const NSGraphicsContext::Scope scope(context);
+    if (const Ref<NSColor> background = _layer ? _layer->backgroundColor() : nullptr) {
+        context.saveGraphicsState();
+        context.setFillColor(*background);
+        context.fillRect(bounds());
+        context.restoreGraphicsState();
+    }
+    drawRect(rect);
+}
 
 void NSView::setNeedsDisplay(bool needed)
 {

@@ -7,7 +7,9 @@
 #include <optional>
 #include <vector>
 
+class CALayer;
 class NSEvent;
+class NSGraphicsContext;
 class NSImage;
 class NSString;
 class NSTrackingArea;
@@ -74,6 +76,17 @@ public:
     /// smallest rectangle around all that `setNeedsDisplayInRect` asked for since the last redraw. The
     /// base class draws nothing.
     virtual void drawRect(NSRect rect);
+
+    /// Whether the view has a layer behind its own drawing; initially not. Without, what the layer showed
+    /// is gone.
+    bool wantsLayer() const { return _layer != nullptr; }
+    void setWantsLayer(bool wantsLayer);
+    /// Borrowed; null unless the view wants one.
+    CALayer* layer() const { return _layer.get(); }
+
+    /// Draws into `context`, in this view's coordinates, what the view shows when `rect` is redrawn: the
+    /// layer, then its own drawing. Subviews do not draw.
+    void displayRectIgnoringOpacity_inContext(NSRect rect, NSGraphicsContext& context);
 
     /// Ask for a redraw of all or of a part, to happen when events have been dealt with. What lies outside
     /// of the bounds does not count.
@@ -150,5 +163,6 @@ private:
     std::vector<Ref<NSView>> _subviews;
     std::vector<Ref<NSTrackingArea>> _trackingAreas;
     CopyProperty<NSString> _toolTip;
+    Ref<CALayer> _layer;
     ViewPeer* _peer = nullptr; // owned; null until needed, or when its Qt parent destroyed it
 };

@@ -113,8 +113,7 @@ void ViewPeer::paintEvent(QPaintEvent* event)
     }
     QPainter painter(this);
     const Ref<PainterGraphicsContext> context = make<PainterGraphicsContext>(painter, flipped, height);
-    const NSGraphicsContext::Scope scope(*context);
-    _view->drawRect(_view->takeUpdateRect(exposed));
+    _view->displayRectIgnoringOpacity_inContext(_view->takeUpdateRect(exposed), *context);
 }
 
 void ViewPeer::resizeEvent(QResizeEvent* event)

@@ -1,0 +1,326 @@
+#include "util/StringUtil.h"
+
+#include "platform/foundation/Diagnostics.h"
+#include "platform/foundation/NSArray.h"
+#include "platform/foundation/NSAttributedString.h"
+#include "platform/foundation/NSNumber.h"
+#include "platform/foundation/NSString.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSFont.h"
+
+#include <pthread.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <limits>
+#include <regex>
+#include <string_view>
+
+namespace
+{
+
+constexpr const char* kKitkat = "4.4";
+constexpr char kVersionSeparator = '.';
+constexpr std::u16string_view kForbiddenInFileNames = u"/\\?%*|\"<>";
+constexpr char16_t kFileNameReplacement = u'-';
+constexpr double kPointsPerMillimetre = 2.835;
+
+const char* orEmpty(const char* text)
+{
+    return text == nullptr ? "" : text;
+}
+
+// Regular expressions
+
+/// The address that the stack of this thread must not grow beyond, with room left for what the matcher does
+/// between two bytes.
+std::uintptr_t stackLimit()
+{
+    thread_local const std::uintptr_t limit = [] {
+#ifdef __APPLE__
+        const std::size_t size = pthread_get_stacksize_np(pthread_self());
+        const auto top = reinterpret_cast<std::uintptr_t>(pthread_get_stackaddr_np(pthread_self()));
+        const std::uintptr_t bottom = top - size;
+#else
+        pthread_attr_t attributes;
+        void* address = nullptr;
+        std::size_t size = 0;
+        if (pthread_getattr_np(pthread_self(), &attributes) == 0) {
+            pthread_attr_getstack(&attributes, &address, &size);
+            pthread_attr_destroy(&attributes);
+        }
+        const auto bottom = reinterpret_cast<std::uintptr_t>(address);
+#endif
+        constexpr std::size_t kRoom = 512 * 1024;
+        return bottom + std::min(kRoom, size / 2);
+    }();
+    return limit;
+}
+
+/// A place in a text, for the standard matcher, which calls itself for each byte that it takes: ends the
+/// search before that exhausts the stack.
+class SubjectIterator
+{
+public:
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = const char&;
+
+    SubjectIterator() = default;
+    explicit SubjectIterator(const char* place) : _place(place) {}
+
+    reference operator*() const
+    {
+        if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < stackLimit()) {
+            throw std::regex_error(std::regex_constants::error_stack);
+        }
+        return *_place;
+    }
+    SubjectIterator& operator++()
+    {
+        ++_place;
+        return *this;
+    }
+    SubjectIterator operator++(int) { return SubjectIterator(_place++); }
+    SubjectIterator& operator--()
+    {
+        --_place;
+        return *this;
+    }
+    SubjectIterator operator--(int) { return SubjectIterator(_place--); }
+    bool operator==(const SubjectIterator&) const = default;
+
+    const char* place() const { return _place; }
+
+private:
+    const char* _place = nullptr;
+};
+
+/// The range of the text, with its end.
+struct Subject {
+    explicit Subject(const char* text)
+        : begin(orEmpty(text)), end(begin.place() + std::char_traits<char>::length(begin.place()))
+    {
+    }
+
+    SubjectIterator begin;
+    SubjectIterator end;
+};
+
+// Numbers
+
+template <class Character> bool isSpace(Character character)
+{
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+/// The integer that the text begins with, 0 if it begins with none.
+int intValue(std::string_view text)
+{
+    auto digit = std::ranges::find_if_not(text, isSpace<char>);
+    const bool negative = digit != text.end() && *digit == '-';
+    if (digit != text.end() && (*digit == '-' || *digit == '+')) {
+        ++digit;
+    }
+    constexpr std::int64_t kLargest = std::numeric_limits<int>::max();
+    std::int64_t value = 0;
+    for (; digit != text.end() && *digit >= '0' && *digit <= '9'; ++digit) {
+        value = std::min(value * 10 + (*digit - '0'), kLargest + 1);
+    }
+    return static_cast<int>(negative ? -value : std::min(value, kLargest));
+}
+
+/// Takes the piece before the next separator off the text; the last piece leaves `more` false.
+std::string_view takeComponent(std::string_view& text, bool& more)
+{
+    const std::size_t end = text.find(kVersionSeparator);
+    const std::string_view component = text.substr(0, end);
+    more = end != std::string_view::npos;
+    text.remove_prefix(more ? end + 1 : text.size());
+    return component;
+}
+
+/// The value of a hexadecimal digit, or -1.
+int hexadecimalDigit(char16_t character)
+{
+    if (character >= u'0' && character <= u'9') {
+        return character - u'0';
+    }
+    const int lower = character | 0x20;
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+int scanHexInt(std::u16string_view text)
+{
+    text.remove_prefix(
+        static_cast<std::size_t>(std::ranges::find_if_not(text, isSpace<char16_t>) - text.begin()));
+    if (text.starts_with(u"0x") || text.starts_with(u"0X")) {
+        text.remove_prefix(2);
+    }
+    int value = 0;
+    for (const char16_t character : text) {
+        const int digit = hexadecimalDigit(character);
+        if (digit < 0) {
+            break;
+        }
+        value = value * 16 + digit;
+    }
+    return value;
+}
+
+} // namespace
+
+Ref<NSString> StringUtil::FindIfMatch_withPattern(const char* text, const char* pattern)
+{
+    const std::regex expression(orEmpty(pattern));
+    const Subject subject(text);
+    std::match_results<SubjectIterator> match;
+    if (!std::regex_search(subject.begin, subject.end, match, expression)) {
+        return cToObjcString("");
+    }
+    return cToObjcString(std::string(match[0].first.place(), match[0].second.place()).c_str());
+}
+
+bool StringUtil::IsMatch_withPattern(const char* text, const char* pattern)
+{
+    const std::regex expression(orEmpty(pattern));
+    const Subject subject(text);
+    return std::regex_match(subject.begin, subject.end, expression);
+}
+
+bool StringUtil::IsSimpleEmailFormat(const char* text)
+{
+    const std::string_view subject(orEmpty(text));
+    bool sign = false; // a usable at sign stands directly before
+    bool name = false; // one stands further left, with no full stop since
+    for (std::size_t index = 0; index < subject.size(); ++index) {
+        if (subject[index] == '.') {
+            const char next = index + 1 < subject.size() ? subject[index + 1] : '\n';
+            if (name && next != '\n' && next != '\r') {
+                return true;
+            }
+            sign = name = false;
+        } else {
+            name = name || sign;
+            sign = subject[index] == '@' && index > 0 && subject[index - 1] != '@';
+        }
+    }
+    return false;
+}
+
+Ref<NSString> StringUtil::NilToEmpty(NSString* text)
+{
+    return text == nullptr ? cToObjcString("") : Ref(text);
+}
+
+Ref<NSArray<NSNumber>> StringUtil::GetHexRGB(NSString* text)
+{
+    constexpr std::size_t kUnitsOfComponent = 2;
+    constexpr std::size_t kComponents = 3;
+    const std::u16string_view digits = text == nullptr ? std::u16string_view() : text->characters();
+    if (digits.size() < kComponents * kUnitsOfComponent) {
+        diagnose("GetHexRGB", "the text has fewer than six digits");
+    }
+    std::vector<Ref<NSNumber>> numbers;
+    for (std::size_t component = 0; component < kComponents; ++component) {
+        const std::size_t start = std::min(component * kUnitsOfComponent, digits.size());
+        numbers.push_back(NSNumber::numberWithInteger(scanHexInt(digits.substr(start, kUnitsOfComponent))));
+    }
+    return NSArray<NSNumber>::arrayWithObjects(std::move(numbers));
+}
+
+Ref<NSAttributedString> StringUtil::getTitleAttributeString_withFont_withColor_withUnderline(NSString* text,
+                                                                                             NSFont* font,
+                                                                                             NSColor* color,
+                                                                                             bool underline)
+{
+    if (text == nullptr) {
+        return nullptr;
+    }
+    NSAttributes attributes{{NSForegroundColorAttributeName, Ref(color)}, {NSFontAttributeName, Ref(font)}};
+    if (underline) {
+        attributes.set({NSUnderlineStyleAttributeName, NSNumber::numberWithInteger(NSUnderlineStyleSingle)});
+    }
+    return make<NSAttributedString>()->initWithString_attributes(text, attributes);
+}
+
+bool StringUtil::IsAndroidVersionAboveKitkat(const char* version)
+{
+    return CompareVersion_withSecond(version, kKitkat) >= 0;
+}
+
+int StringUtil::CompareVersion_withSecond(const char* first, const char* second)
+{
+    std::string_view firstRest(orEmpty(first));
+    std::string_view secondRest(orEmpty(second));
+    bool firstHasMore = true;
+    bool secondHasMore = true;
+    while (firstHasMore) {
+        const int a = intValue(takeComponent(firstRest, firstHasMore));
+        if (!secondHasMore) {
+            return a == 0 ? 0 : (a > 0 ? 1 : -1);
+        }
+        const int b = intValue(takeComponent(secondRest, secondHasMore));
+        if (a != b) {
+            return a > b ? 1 : -1;
+        }
+    }
+    return 0;
+}
+
+Ref<NSString> StringUtil::sanitizeFileNameString(NSString* text)
+{
+    if (text == nullptr) {
+        return nullptr;
+    }
+    std::u16string name(text->characters());
+    std::ranges::replace_if(
+        name,
+        [](char16_t character) { return kForbiddenInFileNames.find(character) != std::u16string_view::npos; },
+        kFileNameReplacement);
+    return NSString::stringWithCharacters(name);
+}
+
+float StringUtil::mmToPoint(float millimetres)
+{
+    return static_cast<float>(std::floor(static_cast<double>(millimetres) * kPointsPerMillimetre + 0.5));
+}
+
+Ref<NSString> StringUtil::cToObjcString(const char* text)
+{
+    return NSString::stringWithUTF8String(orEmpty(text));
+}
+
+bool StringUtil::isStrNullOrEmpty(const char* text)
+{
+    return text == nullptr || *text == '\0';
+}
+
+std::vector<std::string> StringUtil::split_withPattern(std::string text, std::string delimiter)
+{
+    if (delimiter.empty()) {
+        return {std::move(text)};
+    }
+    text += delimiter;
+    std::vector<std::string> pieces;
+    std::size_t start = 0;
+    for (std::size_t end = text.find(delimiter); end != std::string::npos;
+         end = text.find(delimiter, start)) {
+        pieces.push_back(text.substr(start, end - start));
+        start = end + delimiter.size();
+    }
+    return pieces;
+}
+
+Ref<NSString> StringUtil::SpliteString(NSString* path)
+{
+    if (path == nullptr) {
+        return nullptr;
+    }
+    const std::u16string_view characters = path->characters();
+    return NSString::stringWithCharacters(characters.substr(characters.rfind(u'/') + 1));
+}

@@ -1,0 +1,190 @@
+#include "util/UiUtil.h"
+
+#include "platform/appkit/CALayer.h"
+#include "platform/appkit/NSButton.h"
+#include "platform/foundation/NSAttributedString.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSFont.h"
+#include "platform/graphics/NSParagraphStyle.h"
+#include "platform/qt/Native.h"
+#include "support/Drawing.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+namespace
+{
+
+/// Sentences in several scripts, long words, and texts of several paragraphs.
+constexpr const char* kSentences[] = {
+    "The quick brown fox jumps over the lazy dog, and then it sleeps.",
+    "Donaudampfschifffahrtselektrizit\xC3\xA4tenhauptbetriebswerkbauunterbeamtengesellschaft ist lang.",
+    "\xCE\x9E\xCE\xB5\xCF\x83\xCE\xBA\xCE\xB5\xCF\x80\xCE\xAC\xCE\xB6\xCF\x89 \xCF\x84\xCE\xB7\xCE\xBD "
+    "\xCF\x88\xCF\x85\xCF\x87\xCE\xBF\xCF\x86\xCE\xB8\xCF\x8C\xCF\x81\xCE\xB1 "
+    "\xCE\xB2\xCE\xB4\xCE\xB5\xCE\xBB"
+    "\xCF\x85\xCE\xB3\xCE\xBC\xCE\xAF\xCE\xB1.",
+    "\xD0\xA1\xD1\x8A\xD0\xB5\xD1\x88\xD1\x8C \xD0\xB6\xD0\xB5 \xD0\xB5\xD1\x89\xD1\x91 "
+    "\xD1\x8D\xD1\x82\xD0\xB8"
+    "\xD1\x85 \xD0\xBC\xD1\x8F\xD0\xB3\xD0\xBA\xD0\xB8\xD1\x85 \xD0\xB1\xD1\x83\xD0\xBB\xD0\xBE\xD0\xBA.",
+    "\xD7\x93\xD7\x92 \xD7\xA1\xD7\xA7\xD7\xA8\xD7\x9F \xD7\xA9\xD7\x98 \xD7\x91\xD7\x99\xD7\x9D "
+    "\xD7\x9E\xD7\x90\xD7\x95\xD7\x9B\xD7\x96\xD7\x91 three words here.",
+    "\xE3\x81\x84\xE3\x82\x8D\xE3\x81\xAF\xE3\x81\xAB\xE3\x81\xBB\xE3\x81\xB8\xE3\x81\xA8 and some Latin "
+    "words, "
+    "\xE5\xA4\xA9\xE5\x9C\xB0\xE7\x8E\x84\xE9\xBB\x84\xE5\xAE\x87\xE5\xAE\x99\xE6\xB4\xAA\xE8\x8D\x92",
+    "\xD9\x86\xD8\xB5 \xD8\xAD\xD9\x83\xD9\x8A\xD9\x85 \xD9\x84\xD9\x87 \xD8\xB3\xD8\xB1 "
+    "\xD9\x82\xD8\xA7\xD8\xB7"
+    "\xD8\xB9",
+    "\xE0\xB9\x80\xE0\xB8\x9B\xE0\xB9\x87\xE0\xB8\x99\xE0\xB8\xA1\xE0\xB8\x99\xE0\xB8\xB8\xE0\xB8\xA9\xE0\xB8"
+    "\xA2"
+    "\xE0\xB9\x8C\xE0\xB8\xAA\xE0\xB8\xB8\xE0\xB8\x94 mixed \xF0\x9F\x98\x80\xF0\x9F\x91\x8D",
+    "First line\nsecond, a little longer line\r\n\nand a last one.",
+};
+
+Ref<NSFont> arial(double size)
+{
+    return NSFont::fontWithName_size("Arial", size);
+}
+
+float heightOf(const char* string, float width, double size = 12.0)
+{
+    return UiUtil::heightForStringDrawing_withFont_withWidth(text(string).get(), arial(size).get(), width);
+}
+
+TEST(UiUtilTest, MeasuresWrappedText)
+{
+    const auto line = static_cast<float>((1854.0 + 434.0) / 2048.0 * 12.0);
+    const auto width = static_cast<float>(text("two words")->sizeWithAttributes({}).width);
+    constexpr float kRounding = 1.0F / 32.0F;
+    EXPECT_NEAR(heightOf("two words", width), line, kRounding) << "its own width holds a text";
+    EXPECT_NEAR(heightOf("two words", width - 1.0F), 2.0F * line, 2.0F * kRounding);
+    EXPECT_NEAR(heightOf("two\n", 500.0F), 2.0F * line, 2.0F * kRounding);
+    EXPECT_NEAR(heightOf("", 500.0F, 24.0), 2.0F * line, 2.0F * kRounding);
+    EXPECT_EQ(UiUtil::heightForStringDrawing_withFont_withWidth(nullptr, arial(12.0).get(), 10.0F), 0.0F);
+}
+
+TEST(UiUtilTest, MeasuresNoMoreAtAGreaterWidth)
+{
+    for (const char* sentence : kSentences) {
+        for (const double size : {12.0, 13.5}) {
+            float last = std::numeric_limits<float>::max();
+            for (int tenths = 0; tenths < 6000; tenths += 23) {
+                const float width = static_cast<float>(tenths) / 10.0F;
+                const float height = heightOf(sentence, width, size);
+                ASSERT_LE(height, last) << sentence << " at " << width;
+                last = height;
+            }
+        }
+    }
+}
+
+class Canvas final : public NSView
+{
+public:
+    void drawRect(NSRect) override
+    {
+        UiUtil::drawStringInView_withFont_withRect_withColor_withAlign(
+            string.get(), arial(12.0).get(), rect, NSColor::grayColor().get(), NSTextAlignment::Right);
+    }
+    bool isFlipped() const override { return true; }
+
+    Ref<NSString> string;
+    NSRect rect;
+};
+
+/// The lowest row of the picture that something is painted on.
+int lowestInk(const QImage& picture)
+{
+    for (int y = picture.height() - 1; y >= 0; --y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (qAlpha(picture.pixel(x, y)) != 0) {
+                return y;
+            }
+        }
+    }
+    return -1;
+}
+
+TEST(UiUtilTest, DrawsAsManyLinesAsItMeasures)
+{
+    const Ref<Canvas> canvas = make<Canvas>();
+    canvas->initWithFrame(NSMakeRect(0.0, 0.0, 300.0, 800.0));
+    constexpr double kPadding = 5.0;
+    for (const char* sentence : kSentences) {
+        const double line = heightOf(sentence, 1e9F) /
+                            static_cast<float>(1 + std::ranges::count(std::string_view(sentence), '\n'));
+        for (const double width : {30.0, 55.5, 120.0, 250.0}) {
+            canvas->string = text(sentence);
+            canvas->rect = NSMakeRect(10.0, 20.0, width + 2.0 * kPadding, 1.0); // too low for any line
+            const double bottom = 20.0 + heightOf(sentence, static_cast<float>(width));
+            const int ink = lowestInk(canvas->imageOfBounds(1.0)->native().image);
+            EXPECT_LE(ink, bottom) << sentence << " in " << width;
+            EXPECT_GT(ink, bottom - line) << sentence << " in " << width;
+        }
+    }
+    EXPECT_EQ(
+        operationsOf(*canvas).at(0),
+        "drawGlyphs {0, 57} \"First line\\nsecond, a little longer line\r\\n\\nand a last one.\" at {10, 20} "
+        "container {260, 3.4028234663852886e+38} padding 5 font \"Arial\" 12 color white(0.5, 1) "
+        "alignment 1");
+    canvas->string = nullptr;
+    EXPECT_EQ(lowestInk(canvas->imageOfBounds(1.0)->native().image), -1);
+}
+
+TEST(UiUtilTest, ColoursTheTitlesOfButtons)
+{
+    const Ref<NSFont> font = arial(20.0);
+    const Ref<NSButton> button = make<NSButton>()->initWithFrame(NSMakeRect(0.0, 0.0, 80.0, 24.0));
+    UiUtil::setButton_red_green_blue(button.get(), 1, 2, 3);
+    EXPECT_EQ(button->attributedTitle(), nullptr);
+
+    const Ref<NSMutableAttributedString> title =
+        make<NSMutableAttributedString>()->initWithString(text("two").get());
+    title->addAttribute_value_range(NSFontAttributeName, font, {0, 1});
+    button->setAttributedTitle(title);
+    const auto color = [&] {
+        const Ref<NSAttributedString> current = button->attributedTitle();
+        EXPECT_EQ(current->runs().size(), 2U) << "one with a font, one without";
+        EXPECT_EQ(current->runs()[0].attributes[NSFontAttributeName], font.get());
+        EXPECT_EQ(current->string(), button->title());
+        return current->runs()[1].attributes[NSForegroundColorAttributeName]->description();
+    };
+    UiUtil::setButton_red_green_blue(button.get(), 255, 128, 0);
+    EXPECT_EQ(color(), "sRGB(1, 0.5019607843137255, 0, 1)");
+    UiUtil::setButton_fontColorHex(button.get(), text("zz00FF").get());
+    EXPECT_EQ(color(), "sRGB(0, 0, 1, 1)");
+    UiUtil::setButton_fontColor(button.get(), nullptr);
+    UiUtil::setButton_fontColor(nullptr, NSColor::grayColor().get());
+    EXPECT_EQ(color(), "sRGB(0, 0, 1, 1)");
+    EXPECT_EQ(operationsOf(*button).back().find("drawText \"two\""), 0U);
+    EXPECT_NE(operationsOf(*button).back().find("color sRGB(0, 0, 1, 1)"), std::string::npos);
+    button->setEnabled(false);
+    EXPECT_EQ(operationsOf(*button).back().find("sRGB"), std::string::npos) << "grey while disabled";
+    button->setTitle(text("three"));
+    EXPECT_EQ(button->attributedTitle()->runs()[0].attributes[NSForegroundColorAttributeName],
+              NSColor::blackColor().get());
+}
+
+TEST(UiUtilTest, PutsABackgroundBehindViews)
+{
+    const Ref<Canvas> view = make<Canvas>();
+    view->initWithFrame(NSMakeRect(0.0, 0.0, 20.0, 10.0));
+    EXPECT_EQ(view->layer(), nullptr);
+    UiUtil::changeBackgroundColor_red_green_blue(view.get(), 255, 300, -255);
+    EXPECT_EQ(view->layer()->backgroundColor()->description(), "sRGB(1, 1.1764705882352942, -1, 1)");
+    UiUtil::changeBackgroundColor_withRGB(view.get(), text("0000FF").get());
+    EXPECT_EQ(pixel(*view->imageOfBounds(1.0), 19, 9), "#ff0000ff");
+    EXPECT_EQ(operationsOf(*view, NSMakeRect(1.0, 1.0, 2.0, 2.0)),
+              (Operations{"save", "fillColor sRGB(0, 0, 1, 1)", "fillRect {{0, 0}, {20, 10}}", "restore",
+                          operationsOf(*view).back()}));
+    const Ref<CALayer> layer = view->layer();
+    UiUtil::changeBackgroundColor_withColor(view.get(), nullptr);
+    EXPECT_TRUE(view->wantsLayer());
+    EXPECT_EQ(pixel(*view->imageOfBounds(1.0), 19, 9), "#00000000");
+    UiUtil::changeBackgroundColor_withColor(nullptr, NSColor::grayColor().get());
+    view->setWantsLayer(false);
+    layer->setBackgroundColor(NSColor::grayColor()); // of no view any more
+    EXPECT_EQ(view->layer(), nullptr);
+}
+
+} // namespace
