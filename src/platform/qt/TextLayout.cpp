@@ -63,8 +63,6 @@ TextLayout::Run runOf(const NSAttributedString::Run& run)
         font = defaultFont.get();
     }
     TextLayout::Run result{run.range, font->native().font, font->native().scale, NSTextAlignment::Natural};
-    const NSNumber* underline = run.attributes[NSUnderlineStyleAttributeName];
-    result.font.setUnderline(underline != nullptr && underline->integerValue() != NSUnderlineStyleNone);
     if (const NSParagraphStyle* style = run.attributes[NSParagraphStyleAttributeName]) {
         result.alignment = style->alignment();
     }
@@ -219,6 +217,7 @@ void TextLayout::addParagraph(const QString& text, const std::vector<Run>& runs,
                            static_cast<std::size_t>(line.textLength()) + (last ? lineEnd : 0)},
                           _size.height,
                           (lineAscent + lineDescent) * _scale,
+                          _size.height + lineAscent * _scale,
                           0.0,
                           natural,
                           {}});
@@ -323,26 +322,33 @@ NSRange TextLayout::wholeCharacters(NSRange characters) const
     return {from, characters.length == 0 ? 0 : to - from};
 }
 
+std::vector<NSRect> TextLayout::rectsOnLine(const Line& line, NSRange characters) const
+{
+    std::vector<NSRect> pieces;
+    for (const QGlyphRun& glyphs : glyphsOf(line, characters)) {
+        const QRectF bounds = glyphs.boundingRect();
+        pieces.push_back(NSMakeRect(bounds.x() * _scale, line.top, bounds.width() * _scale, line.height));
+    }
+    std::ranges::sort(pieces, {}, [](const NSRect& rect) { return rect.origin.x; });
+    std::vector<NSRect> rects;
+    for (const NSRect& piece : pieces) {
+        const bool touches =
+            !rects.empty() && rects.back().origin.x + rects.back().size.width >= piece.origin.x - kRounding;
+        if (touches) {
+            rects.back() = NSUnionRect(rects.back(), piece);
+        } else if (!NSIsEmptyRect(piece)) {
+            rects.push_back(piece);
+        }
+    }
+    return rects;
+}
+
 std::vector<NSRect> TextLayout::rectsOf(NSRange characters) const
 {
     std::vector<NSRect> rects;
     for (const Line& line : _lines) {
-        std::vector<NSRect> onLine;
-        for (const QGlyphRun& glyphs : glyphsOf(line, characters)) {
-            const QRectF bounds = glyphs.boundingRect();
-            onLine.push_back(NSMakeRect(bounds.x() * _scale, line.top, bounds.width() * _scale, line.height));
-        }
-        std::ranges::sort(onLine, {}, [](const NSRect& rect) { return rect.origin.x; });
-        const std::size_t first = rects.size();
-        for (const NSRect& rect : onLine) {
-            const bool touches = rects.size() > first &&
-                                 rects.back().origin.x + rects.back().size.width >= rect.origin.x - kRounding;
-            if (touches) {
-                rects.back() = NSUnionRect(rects.back(), rect);
-            } else if (!NSIsEmptyRect(rect)) {
-                rects.push_back(rect);
-            }
-        }
+        const std::vector<NSRect> onLine = rectsOnLine(line, characters);
+        rects.insert(rects.end(), onLine.begin(), onLine.end());
     }
     return rects;
 }
@@ -362,12 +368,30 @@ std::size_t TextLayout::characterAt(NSPoint point) const
     return std::clamp(index, shown.location, wholeCharacters({NSMaxRange(shown) - 1, 1}).location);
 }
 
+void TextLayout::underline(QPainter& painter, const Line& line, NSRange characters) const
+{
+    const QList<QGlyphRun> glyphs = glyphsOf(line, characters);
+    if (glyphs.isEmpty()) {
+        return;
+    }
+    // In whole pixels, or it would look blurred; at least one of them.
+    const QRawFont font = glyphs.first().rawFont();
+    const double pixel = 1.0 / std::abs(painter.deviceTransform().m22());
+    const double thickness = std::max(font.lineThickness() * _scale, pixel);
+    const double top = line.baseline + font.underlinePosition() * _scale - thickness / 2.0;
+    const bool smooth = painter.testRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    for (const NSRect& rect : rectsOnLine(line, characters)) {
+        painter.fillRect(QRectF(rect.origin.x, top, rect.size.width, thickness), painter.pen().color());
+    }
+    painter.setRenderHint(QPainter::Antialiasing, smooth);
+}
+
 void TextLayout::draw(QPainter& painter, QPointF origin, const NSAttributedString& text,
                       NSRange characters) const
 {
     painter.save();
     painter.translate(origin);
-    painter.scale(_scale, _scale);
     auto run = text.runs().begin();
     for (const Line& line : _lines) {
         const NSRange drawn = NSIntersectionRange(line.characters, characters);
@@ -377,9 +401,16 @@ void TextLayout::draw(QPainter& painter, QPointF origin, const NSAttributedStrin
             }
             const NSRange part = NSIntersectionRange(run->range, {place, NSMaxRange(drawn) - place});
             const NSColor* color = run->attributes[NSForegroundColorAttributeName];
+            const NSNumber* style = run->attributes[NSUnderlineStyleAttributeName];
             painter.setPen(color == nullptr ? QColor(Qt::black) : toQt(*color));
+            painter.save();
+            painter.scale(_scale, _scale);
             for (const QGlyphRun& glyphs : glyphsOf(line, part)) {
                 painter.drawGlyphRun({}, glyphs);
+            }
+            painter.restore();
+            if (style != nullptr && style->integerValue() != NSUnderlineStyleNone) {
+                underline(painter, line, part);
             }
             place = NSMaxRange(part);
         }

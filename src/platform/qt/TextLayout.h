@@ -18,8 +18,8 @@ class QPainter;
 enum class NSTextAlignment : long;
 
 /// A text shaped in its fonts, broken into lines of a width and aligned in it; measuring and drawing both
-/// read it. Places are in points from the layout's top-left corner, y downwards. Colours are no part of
-/// it. User-interface thread only.
+/// read it. Places are in points from the layout's top-left corner, y downwards. Colours and underlines
+/// are no part of it. User-interface thread only.
 class TextLayout
 {
 public:
@@ -30,6 +30,7 @@ public:
         NSRange characters; // with the line end
         double top;
         double height;
+        double baseline;
         double left; // of what it shows, and its width without spaces at its end
         double width;
         QList<QGlyphRun> glyphs; // in the shaper's units
@@ -67,8 +68,8 @@ public:
     /// The character at a point, or else the nearest on the nearest line.
     std::size_t characterAt(NSPoint point) const;
 
-    /// Draws some characters of `text`, which this is the layout of, in its colours. `origin` is the place
-    /// of the top-left corner in the painter's coordinates, y downwards.
+    /// Draws some characters of `text`, which this is the layout of, in its colours and with its underlines.
+    /// `origin` is the place of the top-left corner in the painter's coordinates, y downwards.
     void draw(QPainter& painter, QPointF origin, const NSAttributedString& text, NSRange characters) const;
 
 private:
@@ -85,6 +86,8 @@ private:
     QTextLine lineInParagraph(const Line& line) const;
     /// The glyphs of those characters that are on the line, in the shaper's units.
     QList<QGlyphRun> glyphsOf(const Line& line, NSRange characters) const;
+    std::vector<NSRect> rectsOnLine(const Line& line, NSRange characters) const;
+    void underline(QPainter& painter, const Line& line, NSRange characters) const;
 
     std::vector<Paragraph> _paragraphs;
     std::vector<Line> _lines;

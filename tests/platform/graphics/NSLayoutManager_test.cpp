@@ -339,25 +339,33 @@ TEST(NSLayoutManagerTest, DrawsGlyphsDownwardsFromAPointInTheirColours)
     }
 }
 
-TEST(NSLayoutManagerTest, UnderlinesOnDemand)
+TEST(NSLayoutManagerTest, UnderlinesWhatIsUnderlined)
 {
-    const TextSystem system("    "); // nothing but the line shows
-    const Ref<Canvas> canvas =
-        make<Canvas>(true, [&] { system.layout->drawGlyphsForGlyphRange_atPoint(system.all(), {}); });
-    canvas->initWithFrame(NSMakeRect(0.0, 0.0, 12.0, 14.0));
-    const auto lineShows = [&] {
-        const Ref<NSImage> picture = canvas->imageOfBounds(1.0);
-        for (int y = 10; y < 14; ++y) {
-            if (pixel(*picture, 5, y) != kNothing) {
-                return true;
-            }
-        }
-        return false;
-    };
-    EXPECT_FALSE(lineShows());
+    const TextSystem system("      "); // nothing but the line shows
+    system.storage->addAttribute_value_range(NSForegroundColorAttributeName,
+                                             NSColor::colorWithSRGBRed_green_blue_alpha(1.0, 0.0, 0.0, 1.0),
+                                             system.all());
     system.storage->addAttribute_value_range(NSUnderlineStyleAttributeName,
-                                             NSNumber::numberWithInteger(NSUnderlineStyleSingle), {0, 3});
-    EXPECT_TRUE(lineShows());
+                                             NSNumber::numberWithInteger(NSUnderlineStyleSingle), {2, 3});
+    const NSRect underlined = system.rects({2, 3}).at(0);
+    for (const double y : {0.0, 0.3, 0.6}) {
+        const Ref<Canvas> canvas = make<Canvas>(true, [&] {
+            system.layout->drawGlyphsForGlyphRange_atPoint(system.all(), {0.0, y});
+        });
+        canvas->initWithFrame(NSMakeRect(0.0, 0.0, 30.0, 20.0));
+        const Ref<NSImage> picture = canvas->imageOfBounds(1.0);
+        std::string column;
+        for (int row = 0; row < 20; ++row) {
+            const bool red = pixel(*picture, static_cast<int>(underlined.origin.x + 4.0), row) == kRed;
+            column += red ? 'u' : ' ';
+            EXPECT_EQ(pixel(*picture, 2, row), kNothing);
+            EXPECT_EQ(pixel(*picture, static_cast<int>(underlined.origin.x + underlined.size.width) + 2, row),
+                      kNothing);
+        }
+        EXPECT_EQ(std::ranges::count(column, 'u'), 1) << "one sharp line";
+        EXPECT_GE(column.find('u'), 11U) << "below the baseline";
+        EXPECT_LE(column.find('u'), 13U);
+    }
 }
 
 } // namespace
