@@ -53,7 +53,7 @@ std::uintptr_t stackLimit()
         }
         const auto bottom = reinterpret_cast<std::uintptr_t>(address);
 #endif
-        constexpr std::size_t kRoom = 512 * 1024;
+        constexpr std::size_t kRoom = std::size_t{512} * 1024;
         return bottom + std::min(kRoom, size / 2);
     }();
     return limit;

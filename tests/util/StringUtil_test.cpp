@@ -73,7 +73,7 @@ TEST(StringUtilTest, FindsAnAddressWhereTheRegularExpressionDoes)
     std::mt19937 random(1); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts every time
     for (int round = 0; round < 20'000; ++round) {
         std::string subject;
-        for (unsigned length = static_cast<unsigned>(random() % 9U); length > 0; --length) {
+        for (auto length = random() % 9U; length > 0; --length) {
             subject += "@@..a\n\r\xC3"[random() % 8U];
         }
         ASSERT_EQ(StringUtil::IsSimpleEmailFormat(subject.c_str()), std::regex_search(subject, expression))

@@ -146,8 +146,8 @@ void NSMutableAttributedString::addAttribute_value_range(const NSAttributes::Ent
 
 void NSMutableAttributedString::setAttributedString(const NSAttributedString* other)
 {
-    const Ref<NSAttributedString> taken = other == nullptr ? make<NSAttributedString>() : other->copy();
-    NSAttributedString::initWithAttributedString(taken.get());
+    _string = other == nullptr ? NSString::stringWithCharacters({}) : other->string();
+    _runs = other == nullptr ? std::vector{Run{}} : other->runs();
     ++_changeCount;
 }
 
