@@ -3,8 +3,10 @@
 #include "platform/foundation/Diagnostics.h"
 #include "platform/foundation/NSArray.h"
 #include "platform/foundation/NSAttributedString.h"
+#include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSNumber.h"
 #include "platform/foundation/NSString.h"
+#include "platform/foundation/NSUserDefaults.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 
@@ -26,6 +28,8 @@ constexpr char kVersionSeparator = '.';
 constexpr std::u16string_view kForbiddenInFileNames = u"/\\?%*|\"<>";
 constexpr char16_t kFileNameReplacement = u'-';
 constexpr double kPointsPerMillimetre = 2.835;
+constexpr const char* kLanguageKey = "Tavori";
+constexpr const char* kLanguageFolderExtension = "lproj";
 
 const char* orEmpty(const char* text)
 {
@@ -298,6 +302,17 @@ Ref<NSString> StringUtil::cToObjcString(const char* text)
 bool StringUtil::isStrNullOrEmpty(const char* text)
 {
     return text == nullptr || *text == '\0';
+}
+
+Ref<NSString> StringUtil::CustomLocalizedString_withTable(NSString* key, NSString* /*table*/)
+{
+    const Ref<NSObject> folder =
+        NSUserDefaults::standardUserDefaults()->objectForKey(cToObjcString(kLanguageKey).get());
+    const Ref<NSString> path = NSBundle::mainBundle()->pathForResource_ofType(
+        dynamic_cast<NSString*>(folder.get()), cToObjcString(kLanguageFolderExtension).get());
+    const Ref<NSBundle> bundle = NSBundle::bundleWithPath(path.get());
+    return bundle ? bundle->localizedStringForKey_value_table(key, cToObjcString("").get(), nullptr)
+                  : NilToEmpty(key);
 }
 
 std::vector<std::string> StringUtil::split_withPattern(std::string text, std::string delimiter)

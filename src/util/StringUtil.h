@@ -67,8 +67,8 @@ public:
 
     /// The text for `key` in the default strings table of the language folder that the standard user default
     /// "Tavori" names, a folder of the main bundle with the extension "lproj"; the first such folder by name
-    /// if there is no such default. The key itself where there is no text for it; the empty text for a null
-    /// key. `table` is not used.
+    /// if there is no such default, or it is no text. The key itself where there is no text for it; the
+    /// empty text for a null key. `table` is not used.
     static Ref<NSString> CustomLocalizedString_withTable(NSString* key, NSString* table);
 
     /// The pieces of the text between occurrences of a delimiter, found from the left; one more than there

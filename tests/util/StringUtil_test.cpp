@@ -3,9 +3,11 @@
 #include "platform/foundation/NSArray.h"
 #include "platform/foundation/NSAttributedString.h"
 #include "platform/foundation/NSNumber.h"
+#include "platform/foundation/NSUserDefaults.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 #include "support/Drawing.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -198,6 +200,25 @@ TEST(StringUtilTest, BuildsTitles)
     EXPECT_EQ(plain->runs().front().attributes[NSUnderlineStyleAttributeName], nullptr);
     EXPECT_EQ(plain->runs().front().attributes[NSFontAttributeName], nullptr);
     EXPECT_EQ(title(nullptr, font.get(), true), nullptr);
+}
+
+TEST(StringUtilTest, LocalisesInTheLanguageOfTheUsersChoice)
+{
+    const TemporaryFolder folder;
+    NSUserDefaults::setStandardDomain(text((folder.path() / "defaults.ini").c_str()).get());
+    const auto localised = [](const Ref<NSObject>& language, const char* key) {
+        NSUserDefaults::standardUserDefaults()->setObject_forKey(language.get(), text("Tavori").get());
+        return StringUtil::CustomLocalizedString_withTable(text(key).get(), text("ignored").get())
+            ->UTF8String();
+    };
+    EXPECT_EQ(localised(text("en"), "Contacts"), "People");
+    EXPECT_EQ(localised(text("de"), "Contacts"), "Kontakte");
+    EXPECT_EQ(localised(text("de"), "Photos"), "Photos") << "not in the table";
+    EXPECT_EQ(localised(text("tlh"), "Contacts"), "Contacts") << "no such folder";
+    EXPECT_EQ(localised(nullptr, "Contacts"), "Kontakte") << "the first folder";
+    EXPECT_EQ(localised(NSNumber::numberWithInteger(1), "Contacts"), "Kontakte");
+    EXPECT_EQ(StringUtil::CustomLocalizedString_withTable(nullptr, nullptr)->length(), 0U);
+    NSUserDefaults::setStandardDomain(nullptr);
 }
 
 } // namespace
