@@ -64,7 +64,7 @@ TEST_F(NSBundleTest, KnowsItsFolders)
     const Ref<NSBundle> main = NSBundle::mainBundle();
     EXPECT_EQ(main, NSBundle::mainBundle());
     EXPECT_EQ(fs::path(utf8(main->executablePath())).filename(), "tessaline_tests");
-    EXPECT_EQ(utf8(main->resourcePath()), fs::path(utf8(main->executablePath())).parent_path());
+    EXPECT_EQ(utf8(main->resourcePath()), fs::path(utf8(main->executablePath())).parent_path() / "Resources");
 
     const Ref<NSBundle> own = NSBundle::bundleWithPath(text(folder.path().c_str()).get());
     EXPECT_EQ(own, NSBundle::bundleWithPath(text((folder.path() / "").c_str()).get()));
