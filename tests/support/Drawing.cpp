@@ -5,6 +5,7 @@
 #include "platform/qt/Native.h"
 
 #include <QColor>
+#include <QImage>
 
 Operations operationsOf(NSView& view, NSRect rect)
 {
@@ -18,9 +19,14 @@ Operations operationsOf(NSView& view)
     return operationsOf(view, view.bounds());
 }
 
+QImage pixelsOf(const NSImage& image)
+{
+    return dynamic_cast<const NSBitmapImageRep&>(*image.representations().at(0)).native().pixels;
+}
+
 std::string pixel(const NSImage& image, int x, int y)
 {
-    return image.native().image.pixelColor(x, y).name(QColor::HexArgb).toStdString();
+    return pixelsOf(image).pixelColor(x, y).name(QColor::HexArgb).toStdString();
 }
 
 Ref<NSString> text(const char* utf8)

@@ -7,6 +7,7 @@
 #include <vector>
 
 class NSView;
+class QImage;
 
 using Operations = std::vector<std::string>;
 
@@ -15,7 +16,9 @@ Operations operationsOf(NSView& view, NSRect rect);
 /// What `view` draws when it is redrawn whole.
 Operations operationsOf(NSView& view);
 
-/// The colour of a pixel, from the top-left, as "#aarrggbb".
+/// The pixels of the first representation, a bitmap.
+QImage pixelsOf(const NSImage& image);
+/// The colour of one of them, from the top-left, as "#aarrggbb".
 std::string pixel(const NSImage& image, int x, int y);
 
 Ref<NSString> text(const char* utf8);

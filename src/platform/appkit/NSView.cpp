@@ -278,10 +278,11 @@ Ref<NSImage> NSView::imageOfBounds(double scale)
     image.fill(Qt::transparent);
     widget()->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
 
-    auto native = std::make_unique<NSImage::Native>();
-    native->image = std::move(image);
-    native->size = _frame.size;
-    return make<NSImage>(std::move(native));
+    Ref<NSImage> picture = make<NSImage>()->initWithSize(_frame.size);
+    const auto bitmap = make<NSBitmapImageRep>(std::make_unique<NSBitmapImageRep::Native>(image));
+    bitmap->setSize(_frame.size);
+    picture->addRepresentation(bitmap);
+    return picture;
 }
 
 // Events

@@ -21,6 +21,8 @@ struct NSSize {
     bool operator==(const NSSize&) const = default;
 };
 
+using CGSize = NSSize;
+
 struct NSRect {
     NSPoint origin;
     NSSize size;

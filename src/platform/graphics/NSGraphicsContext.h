@@ -5,6 +5,7 @@
 
 class NSAttributedString;
 class NSBezierPath;
+class NSBitmapImageRep;
 class NSColor;
 class NSImage;
 class NSLayoutManager;
@@ -36,6 +37,8 @@ public:
 
     /// Whether y grows downwards.
     virtual bool isFlipped() const = 0;
+    /// How many pixels of the device make a point.
+    virtual double scale() const = 0;
 
     /// Keep and bring back the colours. Each save has its restore.
     virtual void saveGraphicsState() = 0;
@@ -49,6 +52,8 @@ public:
     virtual void strokePath(const NSBezierPath& path) = 0;
     virtual void drawImage(const NSImage& image, NSRect rect, NSRect fromRect,
                            NSCompositingOperation operation, double fraction, bool respectFlipped) = 0;
+    /// Draws the whole bitmap upright into `rect`.
+    virtual void drawBitmap(const NSBitmapImageRep& bitmap, NSRect rect) = 0;
     virtual void drawText(const NSAttributedString& text, NSRect rect) = 0;
     virtual void drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin) = 0;
 };

@@ -1,43 +1,89 @@
 #include "platform/graphics/NSImage.h"
 
 #include "platform/foundation/Diagnostics.h"
+#include "platform/foundation/NSData.h"
 #include "platform/foundation/NSString.h"
+#include "platform/graphics/CGImage.h"
 #include "platform/graphics/NSGraphicsContext.h"
 #include "platform/qt/Conversions.h"
 #include "platform/qt/Native.h"
+#include "platform/qt/PainterGraphicsContext.h"
 
-#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
-#include <QImageReader>
+#include <QGuiApplication>
+#include <QPainter>
+
+#include <cmath>
+#include <deque>
 
 namespace
 {
 
-constexpr qint64 kMostPixels = 128 * 1024 * 1024 / 4; // of four bytes
-
-QImage decode(QIODevice& device)
+const NSBitmapImageRep* firstBitmap(const NSImage& image)
 {
-    QImageReader reader(&device);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    // Formats that tell no size beforehand are left to the same limit in the readers, Qt's default.
-    const QSize size = reader.size();
-    const bool tooLarge = qint64(size.width()) * size.height() > kMostPixels;
-    return tooLarge ? QImage() : reader.read();
+    for (const Ref<NSImageRep>& representation : image.representations()) {
+        if (const auto* bitmap = dynamic_cast<const NSBitmapImageRep*>(representation.get())) {
+            return bitmap;
+        }
+    }
+    return nullptr;
+}
+
+double pixelsPerPoint()
+{
+    return qGuiApp == nullptr ? 1.0 : qGuiApp->devicePixelRatio();
+}
+
+/// Transparent pixels for a drawing of the given size; null if there are none, or too many.
+QImage canvasOf(NSSize size)
+{
+    constexpr double kMostPixelsInADirection = 16384.0;
+    constexpr double kBytesPerPixel = 4.0;
+    const double width = std::round(size.width * pixelsPerPoint());
+    const double height = std::round(size.height * pixelsPerPoint());
+    if (!(width >= 1.0 && height >= 1.0 && width <= kMostPixelsInADirection &&
+          height <= kMostPixelsInADirection &&
+          width * height * kBytesPerPixel <= static_cast<double>(kMostPictureBytes))) {
+        return {};
+    }
+    QImage canvas(static_cast<int>(width), static_cast<int>(height), QImage::Format_ARGB32_Premultiplied);
+    canvas.fill(Qt::transparent);
+    return canvas;
 }
 
 } // namespace
 
-NSImage::NSImage() : _native(std::make_unique<Native>()) {}
+/// A drawing into an image, from its first lock to its last unlock.
+struct NSImage::Focus {
+    explicit Focus(NSImage& locked) : image(&locked), pixels(canvasOf(locked.size()))
+    {
+        if (pixels.isNull()) {
+            diagnose("lockFocus", "nothing can be drawn into an image of this size");
+            nowhere.fill(Qt::transparent);
+            painter.begin(&nowhere);
+        } else {
+            painter.begin(&pixels);
+            painter.scale(pixels.width() / image->size().width, pixels.height() / image->size().height);
+        }
+        context = make<PainterGraphicsContext>(painter, false, image->size().height);
+    }
 
-NSImage::NSImage(std::unique_ptr<Native> native) : _native(std::move(native)) {}
+    Ref<NSImage> image;
+    QImage pixels;
+    QImage nowhere{1, 1, QImage::Format_ARGB32_Premultiplied}; // in place of null pixels
+    QPainter painter;
+    Ref<NSGraphicsContext> context;
+    std::deque<NSGraphicsContext::Scope> locks;
+};
+
+NSImage::NSImage() = default;
 
 NSImage::~NSImage() = default;
 
 NSImage* NSImage::initWithSize(NSSize size)
 {
-    _native->size = size;
+    _size = size;
     return this;
 }
 
@@ -46,32 +92,115 @@ NSImage* NSImage::initWithContentsOfFile(NSString* path)
     if (path == nullptr) {
         return nullptr;
     }
+    constexpr qint64 kLargestFile = qint64{512} * 1024 * 1024;
     const QString name = toQt(*path);
     QFile file(name);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly) || file.isSequential() || file.size() > kLargestFile) {
         return nullptr;
     }
-    _native->image = decode(file);
-    const double scale = QFileInfo(name).completeBaseName().endsWith(QLatin1String("@2x")) ? 2.0 : 1.0;
-    _native->size = {_native->image.width() / scale, _native->image.height() / scale};
-    return _native->image.isNull() ? nullptr : this;
+    const QByteArray bytes = file.readAll();
+    const Ref<NSData> data =
+        NSData::dataWithBytes_length(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    if (initWithData(data.get()) == nullptr) {
+        return nullptr;
+    }
+    if (QFileInfo(name).completeBaseName().endsWith(QLatin1String("@2x"))) {
+        _size = {_size.width / 2.0, _size.height / 2.0};
+    }
+    return this;
 }
 
-NSImage* NSImage::initWithData(std::span<const std::byte> data)
+NSImage* NSImage::initWithData(NSData* data)
 {
-    QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
-                                               static_cast<qsizetype>(data.size()));
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    _native->image = decode(buffer);
-    _native->size = {static_cast<double>(_native->image.width()),
-                     static_cast<double>(_native->image.height())};
-    return _native->image.isNull() ? nullptr : this;
+    _representations = NSBitmapImageRep::imageRepsWithData(data);
+    if (_representations.empty()) {
+        return nullptr;
+    }
+    _size = _representations.front()->size();
+    return this;
 }
 
-NSSize NSImage::size() const
+NSImage* NSImage::initWithCGImage_size(CGImage* image, NSSize size)
 {
-    return _native->size;
+    if (image == nullptr) {
+        return nullptr;
+    }
+    addRepresentation(
+        make<NSBitmapImageRep>(std::make_unique<NSBitmapImageRep::Native>(image->native().pixels)));
+    _size = size == NSSize{} ? _representations.front()->size() : size;
+    return this;
+}
+
+void NSImage::addRepresentation(Ref<NSImageRep> representation)
+{
+    if (representation) {
+        _representations.push_back(std::move(representation));
+    }
+}
+
+Ref<NSImageRep> NSImage::bestRepresentationForRect_context_hints(NSRect rect, NSGraphicsContext* context,
+                                                                 std::nullptr_t /*hints*/) const
+{
+    const double scale = context == nullptr ? 1.0 : context->scale();
+    const double wide = rect.size.width * scale;
+    const double high = rect.size.height * scale;
+    const auto area = [](const NSImageRep& one) {
+        return static_cast<double>(one.pixelsWide()) * one.pixelsHigh();
+    };
+    const auto isFree = [](const NSImageRep& one) { return one.pixelsWide() <= 0 || one.pixelsHigh() <= 0; };
+    const auto isEnough = [&](const NSImageRep& one) {
+        return !isFree(one) && one.pixelsWide() >= wide && one.pixelsHigh() >= high;
+    };
+    /// Whether `one` is the better choice.
+    const auto isBetter = [&](const NSImageRep& one, const NSImageRep& other) {
+        if (isEnough(one) || isEnough(other)) {
+            return isEnough(one) && (!isEnough(other) || area(one) < area(other));
+        }
+        return !isFree(other) && (isFree(one) || area(one) > area(other));
+    };
+    Ref<NSImageRep> best;
+    for (const Ref<NSImageRep>& representation : _representations) {
+        if (!best || isBetter(*representation, *best)) {
+            best = representation;
+        }
+    }
+    return best;
+}
+
+void NSImage::lockFocus()
+{
+    if (_focus != nullptr) {
+        _focus->locks.emplace_back(*_focus->context);
+        return;
+    }
+    _focus = std::make_unique<Focus>(*this);
+    _focus->locks.emplace_back(*_focus->context);
+    _focus->context->drawImage(*this, {{}, _size}, NSZeroRect, NSCompositingOperation::SourceOver, 1.0, true);
+}
+
+void NSImage::unlockFocus()
+{
+    if (_focus == nullptr || NSGraphicsContext::currentContext() != _focus->context.get()) {
+        diagnose("unlockFocus", "the image is not the one that was locked last");
+        return;
+    }
+    _focus->locks.pop_back();
+    if (!_focus->locks.empty()) {
+        return;
+    }
+    const std::unique_ptr<Focus> ended = std::move(_focus);
+    ended->painter.end();
+    if (!ended->pixels.isNull()) {
+        const auto bitmap = make<NSBitmapImageRep>(std::make_unique<NSBitmapImageRep::Native>(ended->pixels));
+        bitmap->setSize(_size);
+        _representations = {bitmap};
+    }
+}
+
+Ref<NSData> NSImage::TIFFRepresentation() const
+{
+    const NSBitmapImageRep* bitmap = firstBitmap(*this);
+    return bitmap == nullptr ? nullptr : bitmap->TIFFRepresentation();
 }
 
 void NSImage::drawInRect_fromRect_operation_fraction_respectFlipped_hints(NSRect rect, NSRect fromRect,
@@ -91,5 +220,6 @@ void NSImage::drawInRect_fromRect_operation_fraction_respectFlipped_hints(NSRect
 
 bool NSImage::writePNGToFile(const std::string& path) const
 {
-    return _native->image.save(QString::fromStdString(path), "PNG");
+    const NSBitmapImageRep* bitmap = firstBitmap(*this);
+    return bitmap != nullptr && bitmap->native().pixels.save(QString::fromStdString(path), "PNG");
 }

@@ -4,6 +4,7 @@
 #include "platform/foundation/NSNumber.h"
 #include "platform/foundation/NSString.h"
 #include "platform/graphics/NSBezierPath.h"
+#include "platform/graphics/NSBitmapImageRep.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 #include "platform/graphics/NSImage.h"
@@ -139,6 +140,12 @@ void NSRecordingGraphicsContext::drawImage(const NSImage& image, NSRect rect, NS
                           NSStringFromRect(fromRect) + " operation " +
                           std::to_string(static_cast<int>(operation)) + " fraction " +
                           NSStringFromNumber(fraction) + (respectFlipped ? " respectFlipped" : ""));
+}
+
+void NSRecordingGraphicsContext::drawBitmap(const NSBitmapImageRep& bitmap, NSRect rect)
+{
+    _operations.push_back("drawBitmap " + std::to_string(bitmap.pixelsWide()) + "x" +
+                          std::to_string(bitmap.pixelsHigh()) + ' ' + NSStringFromRect(rect));
 }
 
 void NSRecordingGraphicsContext::drawText(const NSAttributedString& text, NSRect rect)

@@ -23,6 +23,7 @@ public:
     const std::vector<std::string>& operations() const { return _operations; }
 
     bool isFlipped() const override { return _flipped; }
+    double scale() const override { return 1.0; }
     void saveGraphicsState() override;
     void restoreGraphicsState() override;
     void setFillColor(const NSColor& color) override;
@@ -33,6 +34,7 @@ public:
     void strokePath(const NSBezierPath& path) override;
     void drawImage(const NSImage& image, NSRect rect, NSRect fromRect, NSCompositingOperation operation,
                    double fraction, bool respectFlipped) override;
+    void drawBitmap(const NSBitmapImageRep& bitmap, NSRect rect) override;
     void drawText(const NSAttributedString& text, NSRect rect) override;
     void drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin) override;
 

@@ -14,6 +14,9 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
+#include <cmath>
+
 namespace
 {
 
@@ -82,6 +85,11 @@ PainterGraphicsContext::PainterGraphicsContext(QPainter& painter, bool flipped, 
     }
 }
 
+double PainterGraphicsContext::scale() const
+{
+    return std::sqrt(std::abs(_painter.deviceTransform().determinant()));
+}
+
 void PainterGraphicsContext::saveGraphicsState()
 {
     _states.push_back(_states.back());
@@ -144,13 +152,39 @@ void PainterGraphicsContext::drawImage(const NSImage& image, NSRect rect, NSRect
                                        NSCompositingOperation /*operation*/, double fraction,
                                        bool respectFlipped)
 {
-    const QImage& pixels = image.native().image;
-    if (pixels.isNull() || NSIsEmptyRect(rect)) {
+    const Ref<NSImageRep> shown = image.bestRepresentationForRect_context_hints(rect, this, nullptr);
+    if (!shown || NSIsEmptyRect(rect)) {
         return;
     }
     const PainterState keep(_painter);
-    _painter.setOpacity(fraction);
-    if (!_flipped || !respectFlipped) {
+    _painter.setOpacity(_painter.opacity() * fraction);
+    if (_flipped && !respectFlipped) {
+        flipAbout(_painter, rect);
+    }
+    const Scope scope(*this);
+    saveGraphicsState();
+    shown->drawInRect(rect);
+    restoreGraphicsState();
+}
+
+void PainterGraphicsContext::drawBitmap(const NSBitmapImageRep& bitmap, NSRect rect)
+{
+    if (NSIsEmptyRect(rect)) {
+        return;
+    }
+    QImage pixels = bitmap.native().forPainting();
+    const QSizeF device = _painter.deviceTransform().mapRect(::toQt(rect)).size();
+    if (device.width() < pixels.width() / 2.0 || device.height() < pixels.height() / 2.0) {
+        // The painter looks at four pixels for one of the device, and would pass over the others.
+        const auto reduced = [](double extent, int most) {
+            return static_cast<int>(std::ceil(std::min<double>(extent, most)));
+        };
+        pixels =
+            pixels.scaled(reduced(device.width(), pixels.width()), reduced(device.height(), pixels.height()),
+                          Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    }
+    const PainterState keep(_painter);
+    if (!_flipped) {
         flipAbout(_painter, rect);
     }
     _painter.drawImage(::toQt(rect), pixels);

@@ -19,6 +19,7 @@ public:
     PainterGraphicsContext(QPainter& painter, bool flipped, double height);
 
     bool isFlipped() const override { return _flipped; }
+    double scale() const override;
     void saveGraphicsState() override;
     void restoreGraphicsState() override;
     void setFillColor(const NSColor& color) override;
@@ -29,6 +30,7 @@ public:
     void strokePath(const NSBezierPath& path) override;
     void drawImage(const NSImage& image, NSRect rect, NSRect fromRect, NSCompositingOperation operation,
                    double fraction, bool respectFlipped) override;
+    void drawBitmap(const NSBitmapImageRep& bitmap, NSRect rect) override;
     void drawText(const NSAttributedString& text, NSRect rect) override;
     void drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin) override;
 

@@ -5,12 +5,12 @@
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
-#include "platform/qt/Native.h"
 #include "support/Drawing.h"
 
 #include <gtest/gtest.h>
 
 #include <QColor>
+#include <QImage>
 
 #include <functional>
 
@@ -153,10 +153,8 @@ NSAttributes attributes(double size, const char* font = "Arial")
 QImage written(const char* string, NSRect rect, const NSAttributes& attributes, bool flipped = true)
 {
     const Ref<NSString> drawn = text(string);
-    return paint(
-               flipped, [&] { drawn->drawInRect_withAttributes(rect, attributes); }, 2.0)
-        ->native()
-        .image;
+    return pixelsOf(*paint(
+        flipped, [&] { drawn->drawInRect_withAttributes(rect, attributes); }, 2.0));
 }
 
 /// The part of a picture that is painted, in points.

@@ -1,0 +1,6 @@
+#include "platform/graphics/NSImageRep.h"
+
+bool NSImageRep::drawInRect(NSRect /*rect*/)
+{
+    return false;
+}
