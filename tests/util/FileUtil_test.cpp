@@ -338,7 +338,7 @@ TEST_F(FileUtilTest, KnowsWhereTheProgramIs)
     const fs::path program = fs::read_symlink("/proc/self/exe");
     EXPECT_EQ(utf8(FileUtil::GetServerExePath()), program);
     EXPECT_EQ(utf8(FileUtil::GetExeDir()), program.parent_path() / "");
-    EXPECT_EQ(utf8(FileUtil::GetResourcesDir()), program.parent_path() / "");
+    EXPECT_EQ(utf8(FileUtil::GetResourcesDir()), program.parent_path() / "Resources" / "");
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 #include "platform/graphics/NSParagraphStyle.h"
-#include "platform/qt/Native.h"
 #include "support/Drawing.h"
 
 #include <gtest/gtest.h>
@@ -117,7 +116,7 @@ TEST(UiUtilTest, DrawsAsManyLinesAsItMeasures)
             canvas->string = text(sentence);
             canvas->rect = NSMakeRect(10.0, 20.0, width + 2.0 * kPadding, 1.0); // too low for any line
             const double bottom = 20.0 + heightOf(sentence, static_cast<float>(width));
-            const int ink = lowestInk(canvas->imageOfBounds(1.0)->native().image);
+            const int ink = lowestInk(pixelsOf(*canvas->imageOfBounds(1.0)));
             EXPECT_LE(ink, bottom) << sentence << " in " << width;
             EXPECT_GT(ink, bottom - line) << sentence << " in " << width;
         }
@@ -128,7 +127,7 @@ TEST(UiUtilTest, DrawsAsManyLinesAsItMeasures)
         "container {260, 3.4028234663852886e+38} padding 5 font \"Arial\" 12 color white(0.5, 1) "
         "alignment 1");
     canvas->string = nullptr;
-    EXPECT_EQ(lowestInk(canvas->imageOfBounds(1.0)->native().image), -1);
+    EXPECT_EQ(lowestInk(pixelsOf(*canvas->imageOfBounds(1.0))), -1);
 }
 
 TEST(UiUtilTest, ColoursTheTitlesOfButtons)

@@ -57,8 +57,8 @@ void NSButton::setTitle(Ref<NSString> title)
 {
     const NSAttributes attributes{{NSFontAttributeName, NSFont::fontWithName_size("Arial", kTitleSize)},
                                   {NSForegroundColorAttributeName, NSColor::blackColor()}};
-    setAttributedTitle(
-        title ? make<NSAttributedString>()->initWithString_attributes(title.get(), attributes) : nullptr);
+    setAttributedTitle(title ? make<NSAttributedString>()->initWithString_attributes(title.get(), attributes)
+                             : nullptr);
 }
 
 Ref<NSAttributedString> NSButton::attributedTitle() const

@@ -44,9 +44,9 @@ TEST(NSAttributedStringTest, DividesAndJoinsItsRuns)
     EXPECT_EQ(set(5, 1, nullptr), "2+2:0.5 4+1:0.25 6+2:0.25 8+2:1 ");
 
     NSRange range;
-    EXPECT_EQ(string->attributesAtIndex_effectiveRange(7, &range)[NSForegroundColorAttributeName]
-                  ->components()[0],
-              0.25);
+    EXPECT_EQ(
+        string->attributesAtIndex_effectiveRange(7, &range)[NSForegroundColorAttributeName]->components()[0],
+        0.25);
     EXPECT_EQ(range, (NSRange{6, 2}));
     string->attributesAtIndex_effectiveRange(10, &range);
     EXPECT_EQ(range, (NSRange{8, 2}));
