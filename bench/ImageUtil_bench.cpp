@@ -28,7 +28,7 @@ Ref<NSImage> sample(int width, int height)
 
 void resizeImage(benchmark::State& state)
 {
-    const auto extent = [&](int index) { return static_cast<int>(state.range(index)); };
+    const auto extent = [&](std::size_t index) { return static_cast<int>(state.range(index)); };
     const Ref<NSImage> image = sample(extent(0), extent(1));
     const CGSize size{static_cast<double>(extent(2)), static_cast<double>(extent(3))};
     for ([[maybe_unused]] auto _ : state) {

@@ -31,13 +31,13 @@ struct NSPixel {
 class TESSALINE_EXPORT NSBitmapImageRep final : public NSImageRep
 {
 public:
-    /// Decodes the first picture of a file in one of the formats PNG, JPEG, GIF, TIFF, BMP, ICO, CUR, ICNS
-    /// and WebP. Its size in points is its size in pixels. Null if the bytes are no whole picture or it
+    /// Decodes the first picture of a file in one of the formats PNG, JPEG, GIF, TIFF, BMP, ICO, CUR and
+    /// WebP. Its size in points is its size in pixels. Null if the bytes are no whole picture or it
     /// would take more than 128 MiB decoded. An animation keeps the data and decodes a frame when it is
     /// set.
     static Ref<NSBitmapImageRep> imageRepWithData(NSData* data);
 
-    /// All pictures of a file (the pages of TIFF, the sizes of ICO, CUR and ICNS): those before the first
+    /// All pictures of a file (the pages of TIFF, the sizes of ICO and CUR): those before the first
     /// that cannot be decoded, at most 256, and as many as take 128 MiB together. Empty if there are none.
     static std::vector<Ref<NSImageRep>> imageRepsWithData(NSData* data);
 

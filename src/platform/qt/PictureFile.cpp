@@ -8,18 +8,14 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
-#include <optional>
+#include <span>
 #include <string_view>
-#include <vector>
 
 namespace
 {
 
 constexpr int kMostPictures = 256;
 constexpr std::uint64_t kBitsPerByte = 8;
-/// Sizes beyond these are taken for these, so that products of them fit. No such picture is decoded.
-constexpr std::uint64_t kMostSide = 1 << 24;
-constexpr std::uint64_t kMostDepth = 1 << 6;
 
 /// The bytes of a file. What lies beyond the end reads as 0; a check of the place tells it from a 0.
 class Bytes
@@ -67,28 +63,18 @@ private:
     std::span<const std::byte> _bytes;
 };
 
-/// Chunks from the header to the end; the compressed pixels are not fewer than what they unfold to needs.
+/// Chunks up to the last.
 bool isWholePng(const Bytes& file)
 {
     constexpr std::uint64_t kSignature = 8;
-    constexpr std::uint64_t kChunkOverhead = 12;  // length, type and check sum
-    constexpr std::uint64_t kMostUnfolded = 1032; // bytes that one byte of the compression can stand for
-    std::uint64_t compressed = 0;
+    constexpr std::uint64_t kChunkOverhead = 12; // length, type and check sum
+    constexpr std::uint64_t kEnd = 0x49454E44;   // IEND
     for (std::uint64_t offset = kSignature; file.has(offset, kChunkOverhead);) {
-        const std::uint64_t length = file.big(offset, 4);
-        const std::uint64_t type = file.big(offset + 4, 4);
-        if (!file.has(offset, kChunkOverhead + length)) {
-            return false;
+        const std::uint64_t length = kChunkOverhead + file.big(offset, 4);
+        if (file.big(offset + 4, 4) == kEnd) {
+            return file.has(offset, length);
         }
-        if (type == 0x49444154) { // IDAT
-            compressed += length;
-        } else if (type == 0x49454E44) { // IEND
-            const std::uint64_t pixels =
-                std::min(file.big(16, 4), kMostSide) * std::min(file.big(20, 4), kMostSide);
-            const std::uint64_t depth = file.at(24); // bits of a pixel, at least
-            return compressed > 0 && pixels * depth / kBitsPerByte <= compressed * kMostUnfolded;
-        }
-        offset += kChunkOverhead + length;
+        offset += length;
     }
     return false;
 }
@@ -133,8 +119,7 @@ bool isWholeJpeg(const Bytes& file)
     return false;
 }
 
-/// Blocks up to the trailer, with a frame among them. A code of three bits or more stands for 4096
-/// pixels at most.
+/// Blocks up to the trailer. A code of three bits or more stands for 4096 pixels at most.
 bool isWholeGif(const Bytes& file)
 {
     constexpr std::uint64_t kHeader = 13;
@@ -147,18 +132,16 @@ bool isWholeGif(const Bytes& file)
         constexpr unsigned kSize = 0x07;
         return (file.at(flags) & kPresent) == 0 ? 0U : 3U << ((file.at(flags) & kSize) + 1);
     };
-    int frames = 0;
     std::uint64_t offset = kHeader + colourTable(10);
     while (file.has(offset, 1)) {
         const unsigned block = file.at(offset);
         if (block == kTrailer) {
-            return frames > 0;
+            return true;
         }
         std::uint64_t pixels = 0;
         if (block == kFrame) {
             pixels = file.little(offset + 5, 2) * file.little(offset + 7, 2);
             offset += 11 + colourTable(offset + 9); // descriptor and the least width of a code
-            ++frames;
         } else if (block == kExtension) {
             offset += 2;
         } else {
@@ -181,6 +164,9 @@ bool isWholeGif(const Bytes& file)
 bool isWholeBmp(const Bytes& file)
 {
     constexpr std::uint64_t kSmallHeader = 12;
+    // Numbers beyond these are taken for these, so that products fit. No such picture is decoded.
+    constexpr std::uint64_t kMostSide = 1 << 24;
+    constexpr std::uint64_t kMostDepth = 1 << 6;
     constexpr std::uint64_t kHeader = 54;
     const std::uint64_t pixels = file.little(10, 4);
     if (file.little(14, 4) == kSmallHeader) {
@@ -198,36 +184,23 @@ bool isWholeBmp(const Bytes& file)
     return file.has(0, kHeader) && needed > 0 && file.has(pixels, needed);
 }
 
-/// The tags of a TIFF directory, in the byte order and the width of offsets of its file.
+/// A directory of a TIFF file, in the byte order of the file.
 class TiffDirectory
 {
 public:
-    enum Tag {
-        Width = 256,
-        Height = 257,
-        BitsPerSample = 258,
-        Compression = 259,
-        Photometric = 262,
-        StripOffsets = 273,
-        SamplesPerPixel = 277,
-        StripByteCounts = 279,
-        TileOffsets = 324,
-        TileByteCounts = 325
-    };
+    enum Tag { StripOffsets = 273, StripByteCounts = 279, TileOffsets = 324, TileByteCounts = 325 };
 
     explicit TiffDirectory(const Bytes& file)
-        : _file(file), _isLittle(file.at(0) == 'I'), _width(number(2, 2) == kWide ? 8 : 4)
+        : _file(file), _isLittle(file.at(0) == 'I'), _offset(number(4, 4))
     {
-        _offset = number(_width, _width);
     }
 
     /// Whether there is one here; after the last there is none.
     bool exists() const { return _offset != 0; }
-    bool isWhole() const { return _file.has(_offset, headerBytes() + entries() * entryBytes() + _width); }
-    void goToNext() { _offset = number(_offset + headerBytes() + entries() * entryBytes(), _width); }
+    bool isWhole() const { return _file.has(end(), 4); }
+    void goToNext() { _offset = number(end(), 4); }
 
-    /// Whether the parts that the picture is stored in are there, each with something in it, and all
-    /// pixels if they are not compressed.
+    /// Whether the parts that the picture is stored in are there, each with something in it.
     bool hasPixels() const
     {
         const bool isTiled = find(TileOffsets).count > 0;
@@ -236,23 +209,13 @@ public:
         if (starts.count == 0 || starts.count != sizes.count) {
             return false;
         }
-        std::uint64_t stored = 0;
         for (std::uint64_t i = 0; i < starts.count; ++i) {
             const std::uint64_t length = number(sizes.offset + i * sizes.width, sizes.width);
             if (length == 0 || !_file.has(number(starts.offset + i * starts.width, starts.width), length)) {
                 return false;
             }
-            stored += length;
         }
-        constexpr std::uint64_t kNoCompression = 1;
-        constexpr std::uint64_t kSubsampled = 6;
-        if (value(Compression, kNoCompression) != kNoCompression || value(Photometric) == kSubsampled) {
-            return true;
-        }
-        const std::uint64_t pixels = std::min(value(Width), kMostSide) * std::min(value(Height), kMostSide);
-        const std::uint64_t depth =
-            std::min(value(BitsPerSample, 1), kMostDepth) * std::min(value(SamplesPerPixel, 1), kMostDepth);
-        return pixels * depth / kBitsPerByte <= stored;
+        return true;
     }
 
 private:
@@ -262,50 +225,35 @@ private:
         unsigned width = 0;
     };
 
-    static constexpr std::uint64_t kWide = 43; // the version whose offsets have 8 bytes
+    static constexpr unsigned kEntryBytes = 12;
 
     std::uint64_t number(std::uint64_t offset, unsigned width) const
     {
         return _isLittle ? _file.little(offset, width) : _file.big(offset, width);
     }
-    unsigned headerBytes() const { return _width == 8 ? 8 : 2; }
-    unsigned entryBytes() const { return 4 + 2 * _width; }
-    std::uint64_t entries() const
-    {
-        constexpr std::uint64_t kMost = 0xFFFF;
-        return std::min(number(_offset, headerBytes()), kMost);
-    }
-
-    /// The first value of a tag.
-    std::uint64_t value(Tag tag, std::uint64_t otherwise = 0) const
-    {
-        const Values values = find(tag);
-        return values.count > 0 ? number(values.offset, values.width) : otherwise;
-    }
+    std::uint64_t end() const { return _offset + 2 + kEntryBytes * number(_offset, 2); }
 
     /// Where the values of a tag are; none if they are not all in the file.
     Values find(Tag tag) const
     {
-        for (std::uint64_t i = 0; i < entries(); ++i) {
-            const std::uint64_t entry = _offset + headerBytes() + i * entryBytes();
+        for (std::uint64_t entry = _offset + 2; entry < end(); entry += kEntryBytes) {
             if (number(entry, 2) != tag) {
                 continue;
             }
-            constexpr std::array<unsigned, 17> kWidths{0, 0, 0, 2, 4, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 8};
+            constexpr std::uint64_t kShort = 3;
+            constexpr std::uint64_t kLong = 4;
             const std::uint64_t type = number(entry + 2, 2);
-            const unsigned width = type < kWidths.size() ? kWidths[type] : 0;
-            const std::uint64_t count = number(entry + 4, _width);
-            const std::uint64_t place = entry + 4 + _width;
-            const std::uint64_t offset = width * count <= _width ? place : number(place, _width);
-            const bool isThere = count <= _file.size() && _file.has(offset, width * count);
-            return width > 0 && isThere ? Values{offset, count, width} : Values{};
+            const std::uint64_t count = number(entry + 4, 4);
+            const unsigned width = type == kShort ? 2 : 4;
+            const std::uint64_t offset = width * count <= 4 ? entry + 8 : number(entry + 8, 4);
+            const bool isThere = (type == kShort || type == kLong) && _file.has(offset, width * count);
+            return isThere ? Values{offset, count, width} : Values{};
         }
         return {};
     }
 
     const Bytes& _file;
     bool _isLittle;
-    unsigned _width; // bytes of an offset
     std::uint64_t _offset;
 };
 
@@ -343,11 +291,8 @@ constexpr std::array kFormats{
     Format{"BM"sv, "bmp", isWholeBmp},
     Format{"II\x2A\0"sv, "tiff", isWholeTiff},
     Format{"MM\0\x2A"sv, "tiff", isWholeTiff},
-    Format{"II\x2B\0"sv, "tiff", isWholeTiff},
-    Format{"MM\0\x2B"sv, "tiff", isWholeTiff},
     Format{"\0\0\1\0"sv, "ico", isLeftToTheReader},
     Format{"\0\0\2\0"sv, "cur", isLeftToTheReader},
-    Format{"icns"sv, "icns", isLeftToTheReader},
     Format{"RIFF????WEBP"sv, "webp", isLeftToTheReader},
 };
 
