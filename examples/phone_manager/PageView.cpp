@@ -5,12 +5,20 @@
 #include <platform/graphics/NSBezierPath.h>
 #include <platform/graphics/NSColor.h>
 #include <platform/graphics/NSFont.h>
+#include <platform/graphics/NSImage.h>
+#include <platform/graphics/NSParagraphStyle.h>
+#include <util/UiUtil.h>
+
+#include <utility>
 
 namespace
 {
 
 constexpr double kMargin = 28.0;
 constexpr double kHeadlineHeight = 40.0;
+constexpr double kTextHeight = 48.0;
+constexpr double kItemHeight = PageView::kPictureSize.height + 16.0;
+constexpr double kItemTextLeft = PageView::kPictureSize.width + 12.0;
 constexpr double kNoteHeight = 84.0;
 
 Ref<NSColor> grey(double white)
@@ -30,6 +38,28 @@ void draw(const Ref<NSString>& text, NSRect rect, const char* font, double size,
         text->drawInRect_withAttributes(rect, {{NSFontAttributeName, NSFont::fontWithName_size(font, size)},
                                                {NSForegroundColorAttributeName, grey(white)}});
     }
+}
+
+/// The picture in the middle of its place, its texts beside it.
+void draw(const PageView::Item& item, NSRect rect)
+{
+    const NSSize size = item.picture->size();
+    const NSRect picture = NSMakeRect(rect.origin.x + (PageView::kPictureSize.width - size.width) * 0.5,
+                                      rect.origin.y + (PageView::kPictureSize.height - size.height) * 0.5,
+                                      size.width, size.height);
+    item.picture->drawInRect_fromRect_operation_fraction_respectFlipped_hints(
+        picture, NSZeroRect, NSCompositingOperation::SourceOver, 1.0, true, nullptr);
+
+    const Ref<NSFont> nameFont = NSFont::fontWithName_size("Arial Bold", 13.0);
+    const Ref<NSFont> detailFont = NSFont::fontWithName_size("Arial", 12.0);
+    NSRect text = NSMakeRect(rect.origin.x + kItemTextLeft, rect.origin.y + 8.0,
+                             rect.size.width - kItemTextLeft, rect.size.height);
+    UiUtil::drawStringInView_withFont_withRect_withColor_withAlign(
+        item.name.get(), nameFont.get(), text, grey(0.13).get(), NSTextAlignment::Natural);
+    text.origin.y += UiUtil::heightForStringDrawing_withFont_withWidth(item.name.get(), nameFont.get(),
+                                                                       static_cast<float>(text.size.width));
+    UiUtil::drawStringInView_withFont_withRect_withColor_withAlign(item.detail.get(), detailFont.get(), text,
+                                                                   grey(0.4).get(), NSTextAlignment::Natural);
 }
 
 } // namespace
@@ -65,6 +95,12 @@ void PageView::setNote(const std::string& note)
     show(_note, note);
 }
 
+void PageView::setItems(std::vector<Item> items)
+{
+    _items = std::move(items);
+    setNeedsDisplay();
+}
+
 void PageView::drawRect(NSRect /*rect*/)
 {
     const auto [width, height] = bounds().size;
@@ -77,5 +113,10 @@ void PageView::drawRect(NSRect /*rect*/)
     const double noteTop = height - kMargin - kNoteHeight;
     draw(_headline, NSMakeRect(left, kMargin, column, kHeadlineHeight), "Arial Bold", 24.0, 0.13);
     draw(_text, NSMakeRect(left, textTop, column, noteTop - textTop), "Arial", 14.0, 0.27);
+    NSRect place = NSMakeRect(left, textTop + kTextHeight, column, kItemHeight);
+    for (const Item& item : _items) {
+        draw(item, place);
+        place.origin.y += kItemHeight;
+    }
     draw(_note, NSMakeRect(left, noteTop, column, kNoteHeight), "Arial", 12.0, 0.4);
 }

@@ -3,15 +3,26 @@
 #include "platform/appkit/NSView.h"
 
 #include <string>
+#include <vector>
 
+class NSImage;
 class NSString;
 
-/// The window's content: a white column for buttons at the left, a page with a headline, a text and, at
-/// the bottom, a note at the right.
+/// The window's content: a white column for buttons at the left, a page with a headline, a text, a list of
+/// pictures and, at the bottom, a note at the right.
 class PageView final : public NSView
 {
 public:
     static constexpr double kColumnWidth = 300.0;
+    /// The largest picture of the list, in points.
+    static constexpr NSSize kPictureSize{84.0, 60.0};
+
+    /// A line of the list: a picture that fits `kPictureSize`, and two texts beside it. None is null.
+    struct Item {
+        Ref<NSImage> picture;
+        Ref<NSString> name;
+        Ref<NSString> detail;
+    };
 
     PageView();
 
@@ -23,6 +34,7 @@ public:
     void setHeadline(const std::string& headline);
     void setText(const std::string& text);
     void setNote(const std::string& note);
+    void setItems(std::vector<Item> items);
 
 protected:
     ~PageView() override;
@@ -33,4 +45,5 @@ private:
     Ref<NSString> _headline;
     Ref<NSString> _text;
     Ref<NSString> _note;
+    std::vector<Item> _items;
 };

@@ -6,15 +6,23 @@
 #include <platform/appkit/NSWindow.h>
 #include <platform/foundation/ClassTable.h>
 #include <platform/foundation/NSBundle.h>
+#include <platform/foundation/NSDate.h>
 #include <platform/foundation/NSString.h>
+#include <platform/graphics/CGImage.h>
 #include <platform/graphics/NSColor.h>
 #include <platform/graphics/NSImage.h>
+#include <util/FileUtil.h>
+#include <util/ImageUtil.h>
+#include <util/StringUtil.h>
+#include <util/SystemUtil.h>
 #include <window/ZuToolButton.h>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 
 namespace
 {
@@ -24,7 +32,7 @@ struct Kind {
     const char* name;
     const char* description;
     const char* badge; // null for none
-    const char* page;
+    const char* page;  // null for one that cannot be opened
 };
 constexpr std::array kKinds{
     Kind{"messages", "Messages", "Conversations with names and numbers, the newest first.", "new",
@@ -33,7 +41,9 @@ constexpr std::array kKinds{
          "The address book of the connected phone."},
     Kind{"photos", "Photos", "Pictures from the camera roll, with the folders that they came from.", nullptr,
          "The camera roll of the connected phone."},
+    Kind{"backups", "Backups", "Available when a phone is connected.", nullptr, nullptr},
 };
+constexpr const char* kPhotos = "photos";
 
 struct Accent {
     const char* name;
@@ -43,7 +53,7 @@ constexpr std::array kAccents{Accent{"Sky", "32,186,234"}, Accent{"Meadow", "52,
                               Accent{"Sunset", "224,104,32"}, Accent{"Violet", "126,87,194"}};
 
 constexpr int kMostOpened = 1'000'000'000; // that is counted
-constexpr NSSize kWindowSize{760.0, 420.0};
+constexpr NSSize kWindowSize{760.0, 504.0};
 constexpr double kMargin = 12.0;
 constexpr double kButtonHeight = 84.0;
 constexpr std::array kSelectors{
@@ -56,11 +66,30 @@ Ref<NSString> text(const std::string& utf8)
     return NSString::stringWithUTF8String(utf8.c_str());
 }
 
+/// The text in the user's language, with `value` in the place of "%s".
+std::string localised(const std::string& key, const std::string& value = "")
+{
+    std::string result = StringUtil::CustomLocalizedString_withTable(text(key).get(), nullptr)->UTF8String();
+    const std::size_t place = result.find("%s");
+    return place == std::string::npos ? result : result.replace(place, 2, value);
+}
+
 Ref<NSImage> icon(const std::string& name)
 {
     const Ref<NSString> path =
         NSBundle::mainBundle()->pathForResource_ofType(text(name + "@2x").get(), text("png").get());
     return make<NSImage>()->initWithContentsOfFile(path.get());
+}
+
+/// The look of an icon that cannot be used.
+Ref<NSImage> grayIcon(NSImage* icon)
+{
+    // By way of an image with one pixel to the point: of others, only a part would be greyed.
+    const Ref<NSImage> pixels =
+        make<NSImage>()->initWithCGImage_size(ImageUtil::nsImageToCGImageRef(icon).get(), {});
+    const Ref<NSImage> gray = ImageUtil::convertToGray(pixels.get());
+    return make<NSImage>()->initWithCGImage_size(ImageUtil::nsImageToCGImageRef(gray.get()).get(),
+                                                 icon->size());
 }
 
 Ref<ZuToolButton> toolButton(std::size_t row, const char* image, const char* name, const char* description)
@@ -69,9 +98,48 @@ Ref<ZuToolButton> toolButton(std::size_t row, const char* image, const char* nam
     const NSRect frame = NSMakeRect(kMargin, y, PageView::kColumnWidth - 2.0 * kMargin, kButtonHeight);
     Ref<ZuToolButton> button = make<ZuToolButton>()->initWithFrame(frame);
     button->setImage(icon(image));
-    button->setTitle(text(name));
-    button->setToolTip(text(description));
+    button->setTitle(text(localised(name)));
+    button->setToolTip(text(localised(description)));
     return button;
+}
+
+/// A photo of the list: small, with the size and the date of its file.
+std::optional<PageView::Item> photo(const std::filesystem::path& file)
+{
+    const Ref<NSImage> picture = make<NSImage>()->initWithContentsOfFile(text(file.string()).get());
+    std::error_code error;
+    const auto written = std::filesystem::last_write_time(file, error);
+    if (!picture || error) {
+        return std::nullopt;
+    }
+    const NSSize size = ImageUtil::getEqualScaleImageSize_imageSize(PageView::kPictureSize, picture->size());
+    const auto bytes = static_cast<std::uint64_t>(FileUtil::getFileSize(file.c_str()));
+    const std::chrono::duration<double> moment = std::chrono::file_clock::to_sys(written).time_since_epoch();
+    const Ref<NSString> date = SystemUtil::DateToString_withFormat(
+        NSDate::dateWithTimeIntervalSince1970(moment.count()).get(), text("d MMMM yyyy, HH:mm").get());
+    return PageView::Item{ImageUtil::resizeImage_size(picture.get(), size),
+                          StringUtil::SpliteString(text(file.string()).get()),
+                          text(FileUtil::QxGetFormatSizeFromBytes(bytes)->UTF8String() + "\n" +
+                               StringUtil::NilToEmpty(date.get())->UTF8String())};
+}
+
+/// The photos that are shipped with the program, by name.
+std::vector<PageView::Item> photos()
+{
+    std::vector<std::filesystem::path> files;
+    std::error_code error;
+    const std::string folder = FileUtil::GetResourcesDir()->UTF8String() + "Photos";
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+        files.push_back(entry.path());
+    }
+    std::ranges::sort(files);
+    std::vector<PageView::Item> items;
+    for (const std::filesystem::path& file : files) {
+        if (auto item = photo(file)) {
+            items.push_back(std::move(*item));
+        }
+    }
+    return items;
 }
 
 std::string openedKey(const Kind& kind)
@@ -106,7 +174,8 @@ PhoneManager* PhoneManager::initWithSettingsFile(const std::string& path)
 
     const std::string last = _settings->HasMember("kind") ? _settings->GetString("kind") : "";
     const auto kind = std::ranges::find(kKinds, last, &Kind::key);
-    showKind(kind == kKinds.end() ? 0 : static_cast<std::size_t>(kind - kKinds.begin()));
+    const bool available = kind != kKinds.end() && kind->page != nullptr;
+    showKind(available ? static_cast<std::size_t>(kind - kKinds.begin()) : 0);
     showSettingsState();
     return this;
 }
@@ -117,8 +186,12 @@ void PhoneManager::buildButtons()
         Ref<ZuToolButton> button = toolButton(_buttons.size(), kind.key, kind.name, kind.description);
         if (kind.badge != nullptr) {
             button->setAlternateImage(icon("badge"));
-            button->setAlternateTitle(text(kind.badge));
+            button->setAlternateTitle(text(localised(kind.badge)));
         }
+        if (kind.page == nullptr && button->image()) {
+            button->setImage(grayIcon(button->image().get()));
+        }
+        button->setEnabled(kind.page != nullptr);
         button->setAction(SEL{"openKind:"});
         _buttons.push_back(button);
     }
@@ -164,22 +237,26 @@ void PhoneManager::showKind(std::size_t kind)
 {
     const std::string key = openedKey(kKinds[kind]);
     const int opened = _settings->HasMember(key.c_str()) ? _settings->GetInt(key.c_str()) : 0;
-    _page->setHeadline(kKinds[kind].name);
-    _page->setText(std::string(kKinds[kind].page) + "\nOpened " + std::to_string(opened) +
-                   (opened == 1 ? " time." : " times."));
+    const std::string times =
+        opened == 1 ? localised("Opened once.") : localised("Opened %s times.", std::to_string(opened));
+    _page->setHeadline(localised(kKinds[kind].name));
+    _page->setText(localised(kKinds[kind].page) + '\n' + times);
+    _page->setItems(kKinds[kind].key == std::string_view(kPhotos) ? photos() : std::vector<PageView::Item>());
 }
 
 void PhoneManager::showSettingsState()
 {
-    const std::string path = text(_path) ? _path : "a file whose name is no text";
+    const std::string path = text(_path) ? _path : localised("a file whose name is no text");
     if (!_writable) {
-        _page->setNote("The settings in “" + path +
-                       "” cannot be read: the file is damaged, or closed to us. Built-in settings are in "
-                       "use, and nothing is saved, so that the file stays as it is.");
+        _page->setNote(localised("The settings in “%s” cannot be read: the file is damaged, or closed to us. "
+                                 "Built-in settings are in use, and nothing is saved, so that the file stays "
+                                 "as it is.",
+                                 path));
     } else if (!_settings->IsOk()) {
-        _page->setNote("There are no settings in “" + path + "” yet. They are saved with the first change.");
+        _page->setNote(
+            localised("There are no settings in “%s” yet. They are saved with the first change.", path));
     } else {
-        _page->setNote("Settings: " + std::filesystem::path(path).filename().string());
+        _page->setNote(localised("Settings: %s", std::filesystem::path(path).filename().string()));
     }
 }
 
@@ -188,7 +265,7 @@ void PhoneManager::save(const std::string& done)
     if (_writable) { // else the note about the damaged file stays
         const bool open = static_cast<bool>(std::ofstream(_path, std::ios::app)); // a save does not tell
         _settings->WriteAll();
-        _page->setNote(open ? done : "The settings cannot be saved: the file is closed to us.");
+        _page->setNote(open ? done : localised("The settings cannot be saved: the file is closed to us."));
     }
 }
 
@@ -198,7 +275,7 @@ void PhoneManager::openWindow()
     _window = make<NSWindow>()->initWithContentRect_styleMask(
         {{160.0, 200.0}, kWindowSize},
         NSWindowStyleMaskTitled | NSWindowStyleMaskClosable | NSWindowStyleMaskMiniaturizable);
-    _window->setTitle(text(title));
+    _window->setTitle(text(localised(title)));
     _window->setContentView(_page);
     _window->makeKeyAndOrderFront();
 }
@@ -207,7 +284,7 @@ void PhoneManager::openKind(NSObject* sender)
 {
     const auto button = std::ranges::find_if(_buttons, [&](const auto& each) { return each == sender; });
     const auto index = static_cast<std::size_t>(button - _buttons.begin());
-    if (index >= kKinds.size()) {
+    if (index >= kKinds.size() || kKinds[index].page == nullptr) {
         return;
     }
     const std::string key = openedKey(kKinds[index]);
@@ -215,7 +292,7 @@ void PhoneManager::openKind(NSObject* sender)
     _settings->SetInt(key.c_str(), std::clamp(opened, 0, kMostOpened - 1) + 1);
     _settings->SetString("kind", kKinds[index].key);
     showKind(index);
-    save(std::string(kKinds[index].name) + " will be open at the next start.");
+    save(localised("%s will be open at the next start.", localised(kKinds[index].name)));
 }
 
 void PhoneManager::changeAppearance(NSObject* /*sender*/)
@@ -228,5 +305,5 @@ void PhoneManager::changeAppearance(NSObject* /*sender*/)
     _settings->SetString("color_border", next.color);
     _settings->SetString("color_background", next.color);
     applyColors();
-    save(std::string("The buttons are in ") + next.name + " from now on.");
+    save(localised("The buttons are in %s from now on.", localised(next.name)));
 }

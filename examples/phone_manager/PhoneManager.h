@@ -19,8 +19,8 @@ public:
 
     PhoneManager();
 
-    /// Opens the settings and builds the page. A settings file that is there but cannot be read is
-    /// reported on the page and never written to.
+    /// Opens the settings and builds the page, in the language that the standard user default "Tavori" names.
+    /// A settings file that is there but cannot be read is reported on the page and never written to.
     PhoneManager* initWithSettingsFile(const std::string& path);
 
     /// Shows the page in a window.

@@ -9,7 +9,9 @@
 #include <platform/appkit/NSApplication.h>
 #include <platform/appkit/NSEvent.h>
 #include <platform/foundation/NSBundle.h>
+#include <platform/foundation/NSLocale.h>
 #include <platform/foundation/NSString.h>
+#include <platform/foundation/NSUserDefaults.h>
 #include <platform/graphics/NSImage.h>
 #include <window/ZuToolButton.h>
 
@@ -22,6 +24,24 @@
 
 namespace
 {
+
+/// What names the language of the texts.
+Ref<NSString> languageKey()
+{
+    return NSString::stringWithUTF8String("Tavori");
+}
+
+/// Keeps a language for the user: the one chosen before, or else that of the environment if there are
+/// texts in it.
+void chooseLanguage()
+{
+    const Ref<NSUserDefaults> defaults = NSUserDefaults::standardUserDefaults();
+    if (!defaults->objectForKey(languageKey().get())) {
+        const bool german = NSLocale::currentLocale()->localeIdentifier()->UTF8String().starts_with("de");
+        defaults->setObject_forKey(NSString::stringWithUTF8String(german ? "de" : "en").get(),
+                                   languageKey().get());
+    }
+}
 
 std::string shippedSettings()
 {
@@ -81,6 +101,12 @@ bool writePictures(const std::filesystem::path& folder, const std::filesystem::p
     point(photos, NSEventType::MouseExited);
     written = writePicture(*manager, folder / "opened.png") && written;
 
+    NSUserDefaults::standardUserDefaults()->setObject_forKey(NSString::stringWithUTF8String("de").get(),
+                                                             languageKey().get());
+    const Ref<PhoneManager> german =
+        make<PhoneManager>()->initWithSettingsFile((work / "settings.json").string());
+    written = writePicture(*german, folder / "german.png") && written;
+
     const std::filesystem::path damaged = work / "damaged.json";
     std::ofstream(damaged) << "{ \"color_border\": \"32,186,";
     const Ref<PhoneManager> warned = make<PhoneManager>()->initWithSettingsFile(damaged.string());
@@ -100,6 +126,8 @@ bool writeSnapshots(const std::filesystem::path& folder, const std::string& sett
     if (error) {
         std::fprintf(stderr, "%s: %s\n", settings.c_str(), error.message().c_str());
     }
+    NSUserDefaults::setStandardDomain(NSString::stringWithUTF8String((work + "/defaults.ini").c_str()).get());
+    chooseLanguage();
     const bool written = !error && writePictures(folder, work);
     std::filesystem::remove_all(work, error);
     return written;
@@ -128,6 +156,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "There is no display to open a window on. Use --snapshot DIR for pictures.\n");
         return EXIT_FAILURE;
     }
+    chooseLanguage();
     const Ref<PhoneManager> manager = make<PhoneManager>()->initWithSettingsFile(settings);
     manager->openWindow();
     return application->run();

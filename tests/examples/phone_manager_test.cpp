@@ -2,6 +2,7 @@
 #include "phone_manager/PhoneManager.h"
 
 #include "basic/bas_user_defaults.h"
+#include "platform/foundation/NSUserDefaults.h"
 #include "platform/graphics/NSColor.h"
 #include "support/Drawing.h"
 #include "support/TemporaryFolder.h"
@@ -17,6 +18,18 @@ namespace
 class PhoneManagerTest : public testing::Test
 {
 protected:
+    PhoneManagerTest()
+    {
+        NSUserDefaults::setStandardDomain(text((folder.path() / "defaults.ini").c_str()).get());
+        choose("none such");
+    }
+    ~PhoneManagerTest() override { NSUserDefaults::setStandardDomain(nullptr); }
+
+    static void choose(const char* language)
+    {
+        NSUserDefaults::standardUserDefaults()->setObject_forKey(text(language).get(), text("Tavori").get());
+    }
+
     Ref<PhoneManager> start()
     {
         return make<PhoneManager>()->initWithSettingsFile((folder.path() / "s.json").string());
@@ -26,7 +39,7 @@ protected:
     static bool shows(PhoneManager& manager, const std::string& part)
     {
         return std::ranges::any_of(operationsOf(*manager.page()), [&](const std::string& operation) {
-            return operation.starts_with("drawText") && operation.find(part) != std::string::npos;
+            return operation.starts_with("draw") && operation.find(part) != std::string::npos;
         });
     }
 
@@ -44,7 +57,42 @@ TEST_F(PhoneManagerTest, TakesItsColoursFromTheSettings)
         EXPECT_EQ(button->offset(), 30);
     }
     EXPECT_TRUE(shows(*manager, "Photos"));
-    EXPECT_TRUE(shows(*manager, "Opened 1 time."));
+    EXPECT_TRUE(shows(*manager, "Opened once."));
+}
+
+TEST_F(PhoneManagerTest, SpeaksTheChosenLanguage)
+{
+    choose("de");
+    const Ref<PhoneManager> manager = start();
+    EXPECT_TRUE(shows(*manager, "Nachrichten"));
+    manager->buttons()[1]->performClick(nullptr);
+    EXPECT_TRUE(shows(*manager, "Kontakte wird"));
+    EXPECT_TRUE(shows(*manager, "Einmal")) << "with its value in its place";
+}
+
+TEST_F(PhoneManagerTest, GreysOutWhatIsNotAvailable)
+{
+    folder.write("s.json", R"({"kind":"backups"})");
+    const Ref<PhoneManager> manager = start();
+    EXPECT_TRUE(shows(*manager, "Messages")) << "not the page of the unavailable kind";
+    ZuToolButton& backups = *manager->buttons()[3];
+    EXPECT_FALSE(backups.isEnabled());
+    EXPECT_EQ(backups.image()->size(), (NSSize{32.0, 32.0}));
+    for (const int place : {20, 44}) { // in and beyond the quarter that has as many pixels as points
+        EXPECT_EQ(pixel(*backups.image(), place, 50), "#337f7f7f");
+    }
+    EXPECT_EQ(pixel(*backups.image(), 0, 0), "#00ffffff");
+}
+
+TEST_F(PhoneManagerTest, ListsThePhotosOfTheProgram)
+{
+    const Ref<PhoneManager> manager = start();
+    manager->buttons()[2]->performClick(nullptr);
+    EXPECT_TRUE(shows(*manager, "square.png"));
+    EXPECT_TRUE(shows(*manager, "78.0 B"));
+    EXPECT_FALSE(shows(*manager, "broken.png"));
+    manager->buttons()[0]->performClick(nullptr);
+    EXPECT_FALSE(shows(*manager, "square.png"));
 }
 
 TEST_F(PhoneManagerTest, RemembersWhatWasChanged)
@@ -76,7 +124,7 @@ TEST_F(PhoneManagerTest, LeavesADamagedFileAlone)
         button->performClick(nullptr);
     }
     EXPECT_TRUE(shows(*manager, "cannot be read"));
-    EXPECT_TRUE(shows(*manager, "Opened 1 time.")) << "it works all the same";
+    EXPECT_TRUE(shows(*manager, "Opened once.")) << "it works all the same";
     EXPECT_EQ(folder.read("s.json"), damaged);
 }
 

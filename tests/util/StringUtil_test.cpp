@@ -211,12 +211,12 @@ TEST(StringUtilTest, LocalisesInTheLanguageOfTheUsersChoice)
         return StringUtil::CustomLocalizedString_withTable(text(key).get(), text("ignored").get())
             ->UTF8String();
     };
-    EXPECT_EQ(localised(text("en"), "Contacts"), "People");
-    EXPECT_EQ(localised(text("de"), "Contacts"), "Kontakte");
+    EXPECT_EQ(localised(text("en"), "greeting"), "Good day");
+    EXPECT_EQ(localised(text("de"), "greeting"), "Guten Tag");
     EXPECT_EQ(localised(text("de"), "Photos"), "Photos") << "not in the table";
-    EXPECT_EQ(localised(text("tlh"), "Contacts"), "Contacts") << "no such folder";
-    EXPECT_EQ(localised(nullptr, "Contacts"), "Kontakte") << "the first folder";
-    EXPECT_EQ(localised(NSNumber::numberWithInteger(1), "Contacts"), "Kontakte");
+    EXPECT_EQ(localised(text("tlh"), "greeting"), "greeting") << "no such folder";
+    EXPECT_EQ(localised(nullptr, "greeting"), "Guten Tag") << "the first folder";
+    EXPECT_EQ(localised(NSNumber::numberWithInteger(1), "greeting"), "Guten Tag");
     EXPECT_EQ(StringUtil::CustomLocalizedString_withTable(nullptr, nullptr)->length(), 0U);
     NSUserDefaults::setStandardDomain(nullptr);
 }
