@@ -92,14 +92,13 @@ bool writePictures(const std::filesystem::path& folder, const std::filesystem::p
 
     ZuToolButton& contacts = *manager->buttons()[1];
     ZuToolButton& photos = *manager->buttons()[2];
+    point(photos, NSEventType::LeftMouseDown);
+    point(photos, NSEventType::LeftMouseUp);
+    written = writePicture(*manager, folder / "photos.png") && written;
     point(contacts, NSEventType::MouseEntered);
     point(photos, NSEventType::MouseEntered);
     point(photos, NSEventType::LeftMouseDown);
     written = writePicture(*manager, folder / "looks.png") && written;
-    point(contacts, NSEventType::MouseExited);
-    point(photos, NSEventType::LeftMouseUp);
-    point(photos, NSEventType::MouseExited);
-    written = writePicture(*manager, folder / "opened.png") && written;
 
     NSUserDefaults::standardUserDefaults()->setObject_forKey(NSString::stringWithUTF8String("de").get(),
                                                              languageKey().get());
