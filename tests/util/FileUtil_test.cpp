@@ -264,6 +264,7 @@ TEST_F(FileUtilTest, LeavesNothingBehindWhenACopyFails)
     folder.write("file", "x");
     fs::create_symlink("nowhere", "dangling");
     fs::create_directory_symlink("from", "alias");
+    const auto time = fs::last_write_time("from");
     for (const auto& [from, to] :
          std::initializer_list<std::pair<const char*, const char*>>{{"from", "full"},
                                                                     {"from", "dangling"},
@@ -284,6 +285,7 @@ TEST_F(FileUtilTest, LeavesNothingBehindWhenACopyFails)
         EXPECT_FALSE(FileUtil::Cp_To(from, to))
             << (from == nullptr ? "null" : from) << " " << (to == nullptr ? "null" : to);
     }
+    EXPECT_EQ(fs::last_write_time("from"), time) << "no copy was begun in the folder itself";
     EXPECT_TRUE(FileUtil::Cp_To("from", "fromage")) << "its name only begins the same";
     ASSERT_EQ(mkfifo("from/pipe", 0600), 0); // which cannot be copied
     fs::permissions(folder.path(), fs::perms::all);
