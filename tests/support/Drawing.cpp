@@ -19,6 +19,12 @@ Operations operationsOf(NSView& view)
     return operationsOf(view, view.bounds());
 }
 
+Canvas::Canvas(NSSize size, bool flipped, std::function<void()> draw)
+    : _flipped(flipped), _draw(std::move(draw))
+{
+    initWithFrame({{}, size});
+}
+
 QImage pixelsOf(const NSImage& image)
 {
     return dynamic_cast<const NSBitmapImageRep&>(*image.representations().at(0)).native().pixels;
@@ -27,6 +33,18 @@ QImage pixelsOf(const NSImage& image)
 std::string pixel(const NSImage& image, int x, int y)
 {
     return pixelsOf(image).pixelColor(x, y).name(QColor::HexArgb).toStdString();
+}
+
+QRect inkOf(const QImage& picture)
+{
+    QRect ink;
+    for (int i = 0; i < picture.width() * picture.height(); ++i) {
+        const QPoint place(i % picture.width(), i / picture.width());
+        if (qAlpha(picture.pixel(place)) != 0) {
+            ink |= QRect(place, QSize(1, 1));
+        }
+    }
+    return ink;
 }
 
 Ref<NSString> text(const char* utf8)

@@ -18,24 +18,9 @@ namespace
 {
 
 /// A view that draws what it is told, either way up.
-class Canvas : public NSView
-{
-public:
-    Canvas(bool flipped, std::function<void()> draw) : _flipped(flipped), _draw(std::move(draw)) {}
-
-    bool isFlipped() const override { return _flipped; }
-    void drawRect(NSRect) override { _draw(); }
-
-private:
-    bool _flipped;
-    std::function<void()> _draw;
-};
-
 Ref<NSImage> paint(bool flipped, std::function<void()> draw, double scale = 1.0)
 {
-    const Ref<Canvas> canvas = make<Canvas>(flipped, std::move(draw));
-    canvas->initWithFrame(NSMakeRect(0.0, 0.0, 40.0, 30.0));
-    return canvas->imageOfBounds(scale);
+    return make<Canvas>(NSSize{40.0, 30.0}, flipped, std::move(draw))->imageOfBounds(scale);
 }
 
 const Ref<NSColor>& red()
@@ -102,7 +87,7 @@ TEST(NSGraphicsContextTest, BringsColoursBack)
 
 TEST(NSGraphicsContextTest, RecordsPathsAndStates)
 {
-    const Ref<Canvas> canvas = make<Canvas>(true, [] {
+    const Ref<Canvas> canvas = make<Canvas>(NSSize{40.0, 30.0}, true, [] {
         NSGraphicsContext::currentContext()->saveGraphicsState();
         const Ref<NSBezierPath> path = NSBezierPath::bezierPath();
         path->lineToPoint({1.5, 2.0});
@@ -157,16 +142,10 @@ QImage written(const char* string, NSRect rect, const NSAttributes& attributes, 
         flipped, [&] { drawn->drawInRect_withAttributes(rect, attributes); }, 2.0));
 }
 
-/// The part of a picture that is painted, in points.
-QRectF inkOf(const QImage& picture)
+/// The part of a picture that is painted on, in points.
+QRectF pointsOfInk(const QImage& picture)
 {
-    QRect ink;
-    for (int i = 0; i < picture.width() * picture.height(); ++i) {
-        const QPoint place(i % picture.width(), i / picture.width());
-        if (qAlpha(picture.pixel(place)) != 0) {
-            ink |= QRect(place, QSize(1, 1));
-        }
-    }
+    const QRect ink = inkOf(picture);
     return {ink.x() / 2.0, ink.y() / 2.0, ink.width() / 2.0, ink.height() / 2.0};
 }
 
@@ -192,15 +171,17 @@ TEST(NSGraphicsContextTest, SetsTextInItsPlaceColourAndSize)
     for (const bool flipped : {true, false}) {
         const QImage picture =
             written("IH", NSMakeRect(5.0, 0.0, 35.0, 30.0), attributes(25.0, "Arial Bold"), flipped);
-        const QRectF ink = inkOf(picture);
+        const QRectF ink = pointsOfInk(picture);
         EXPECT_GE(ink.left(), 5.0);
         EXPECT_LT(ink.left(), 8.0);
         EXPECT_NEAR(ink.top(), 25.0 * (1854.0 - 1466.0) / 2048.0, 1.0)
             << "the capitals' height under the ascent";
         EXPECT_EQ(picture.pixelColor(ink.topLeft().toPoint() * 2 + QPoint(4, 8)).name(QColor::HexArgb), kRed);
     }
-    const double whole = inkOf(written("HHHH", NSMakeRect(0.0, 0.0, 40.0, 30.0), attributes(13.0))).width();
-    const double half = inkOf(written("HHHH", NSMakeRect(0.0, 0.0, 40.0, 30.0), attributes(12.5))).width();
+    const double whole =
+        pointsOfInk(written("HHHH", NSMakeRect(0.0, 0.0, 40.0, 30.0), attributes(13.0))).width();
+    const double half =
+        pointsOfInk(written("HHHH", NSMakeRect(0.0, 0.0, 40.0, 30.0), attributes(12.5))).width();
     EXPECT_NEAR(half / whole, 12.5 / 13.0, 0.02);
 }
 
@@ -214,8 +195,9 @@ TEST(NSGraphicsContextTest, ClipsTextToItsRectangleButNotItsGlyphs)
                   written("Aff", NSMakeRect(x, 0.0, 39.0, 30.0), name))
             << x;
     }
-    EXPECT_LE(inkOf(written("TT\nTT", NSMakeRect(0.0, 0.0, 40.0, 14.0), attributes(12.0))).bottom(), 14.0);
-    EXPECT_TRUE(inkOf(written("T", NSMakeRect(0.0, 0.0, -40.0, 28.0), attributes(12.0))).isEmpty());
+    EXPECT_LE(pointsOfInk(written("TT\nTT", NSMakeRect(0.0, 0.0, 40.0, 14.0), attributes(12.0))).bottom(),
+              14.0);
+    EXPECT_TRUE(pointsOfInk(written("T", NSMakeRect(0.0, 0.0, -40.0, 28.0), attributes(12.0))).isEmpty());
 }
 
 } // namespace

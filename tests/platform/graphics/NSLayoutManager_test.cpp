@@ -1,6 +1,5 @@
 #include "platform/graphics/NSLayoutManager.h"
 
-#include "platform/appkit/NSView.h"
 #include "platform/foundation/NSNumber.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
@@ -12,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 
 namespace
 {
@@ -274,19 +272,6 @@ TEST(NSLayoutManagerTest, SetsSeveralFontsOnOneBaseline)
 
 // Drawing
 
-class Canvas final : public NSView
-{
-public:
-    Canvas(bool flipped, std::function<void()> draw) : _flipped(flipped), _draw(std::move(draw)) {}
-
-    bool isFlipped() const override { return _flipped; }
-    void drawRect(NSRect) override { _draw(); }
-
-private:
-    bool _flipped;
-    std::function<void()> _draw;
-};
-
 constexpr const char* kRed = "#ffff0000";
 constexpr const char* kBlue = "#ff0000ff";
 constexpr const char* kNothing = "#00000000";
@@ -310,9 +295,9 @@ TEST(NSLayoutManagerTest, DrawsGlyphsDownwardsFromAPointInTheirColours)
     for (const bool flipped : {true, false}) {
         for (const NSRange drawn : {system.all(), NSRange{1, 3}, NSRange{4, 1}}) {
             const NSPoint origin{10.0, flipped ? 20.0 : 80.0}; // 20 from the top
-            const Ref<Canvas> canvas =
-                make<Canvas>(flipped, [&] { system.layout->drawGlyphsForGlyphRange_atPoint(drawn, origin); });
-            canvas->initWithFrame(NSMakeRect(0.0, 0.0, 100.0, 100.0));
+            const Ref<Canvas> canvas = make<Canvas>(NSSize{100.0, 100.0}, flipped, [&] {
+                system.layout->drawGlyphsForGlyphRange_atPoint(drawn, origin);
+            });
             const Ref<NSImage> picture = canvas->imageOfBounds(1.0);
             for (const std::size_t index : {0U, 1U, 3U, 4U}) {
                 const NSPoint middle = middleOf(index);
@@ -349,10 +334,9 @@ TEST(NSLayoutManagerTest, UnderlinesWhatIsUnderlined)
                                              NSNumber::numberWithInteger(NSUnderlineStyleSingle), {2, 3});
     const NSRect underlined = system.rects({2, 3}).at(0);
     for (const double y : {0.0, 0.3, 0.6}) {
-        const Ref<Canvas> canvas = make<Canvas>(true, [&] {
+        const Ref<Canvas> canvas = make<Canvas>(NSSize{30.0, 20.0}, true, [&] {
             system.layout->drawGlyphsForGlyphRange_atPoint(system.all(), {0.0, y});
         });
-        canvas->initWithFrame(NSMakeRect(0.0, 0.0, 30.0, 20.0));
         const Ref<NSImage> picture = canvas->imageOfBounds(1.0);
         std::string column;
         for (int row = 0; row < 20; ++row) {
