@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <exception>
 #include <iterator>
 #include <limits>
 #include <regex>
@@ -36,35 +37,16 @@ const char* orEmpty(const char* text)
     return text == nullptr ? "" : text;
 }
 
-// Regular expressions
+// Regular expressions: the standard library calls itself for each nested group of a pattern and for each
+// byte that it matches, so the work is done on a large stack of its own, of which only what is needed
+// becomes memory.
 
-/// The address that the stack of this thread must not grow beyond, with room left for what the matcher does
-/// between two bytes.
-std::uintptr_t stackLimit()
-{
-    thread_local const std::uintptr_t limit = [] {
-#ifdef __APPLE__
-        const std::size_t size = pthread_get_stacksize_np(pthread_self());
-        const auto top = reinterpret_cast<std::uintptr_t>(pthread_get_stackaddr_np(pthread_self()));
-        const std::uintptr_t bottom = top - size;
-#else
-        pthread_attr_t attributes;
-        void* address = nullptr;
-        std::size_t size = 0;
-        if (pthread_getattr_np(pthread_self(), &attributes) == 0) {
-            pthread_attr_getstack(&attributes, &address, &size);
-            pthread_attr_destroy(&attributes);
-        }
-        const auto bottom = reinterpret_cast<std::uintptr_t>(address);
-#endif
-        constexpr std::size_t kRoom = std::size_t{512} * 1024;
-        return bottom + std::min(kRoom, size / 2);
-    }();
-    return limit;
-}
+constexpr std::size_t kMatcherStack = std::size_t{256} * 1024 * 1024;
+/// What is kept free of it for compiling a pattern, and for all that is done between two bytes: both have
+/// an end, since the standard library limits the size of its automata.
+constexpr std::size_t kMatcherRoom = std::size_t{64} * 1024 * 1024;
 
-/// A place in a text, for the standard matcher, which calls itself for each byte that it takes: ends the
-/// search before that exhausts the stack.
+/// A place in a text, which ends the search before that exhausts the matcher's stack.
 class SubjectIterator
 {
 public:
@@ -75,11 +57,11 @@ public:
     using reference = const char&;
 
     SubjectIterator() = default;
-    explicit SubjectIterator(const char* place) : _place(place) {}
+    SubjectIterator(const char* place, std::uintptr_t stackLimit) : _place(place), _stackLimit(stackLimit) {}
 
     reference operator*() const
     {
-        if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < stackLimit()) {
+        if (reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) < _stackLimit) {
             throw std::regex_error(std::regex_constants::error_stack);
         }
         return *_place;
@@ -89,30 +71,80 @@ public:
         ++_place;
         return *this;
     }
-    SubjectIterator operator++(int) { return SubjectIterator(_place++); }
+    SubjectIterator operator++(int) { return {_place++, _stackLimit}; }
     SubjectIterator& operator--()
     {
         --_place;
         return *this;
     }
-    SubjectIterator operator--(int) { return SubjectIterator(_place--); }
+    SubjectIterator operator--(int) { return {_place--, _stackLimit}; }
     bool operator==(const SubjectIterator&) const = default;
 
     const char* place() const { return _place; }
 
 private:
     const char* _place = nullptr;
+    std::uintptr_t _stackLimit = 0;
 };
 
-/// The range of the text, with its end.
-struct Subject {
-    explicit Subject(const char* text)
-        : begin(orEmpty(text)), end(begin.place() + std::char_traits<char>::length(begin.place()))
+/// Matches a pattern with a text, whole or anywhere.
+class Matcher
+{
+public:
+    Matcher(const char* text, const char* pattern, bool whole)
+        : _text(orEmpty(text)), _pattern(orEmpty(pattern)), _whole(whole)
     {
+        pthread_attr_t attributes;
+        pthread_attr_init(&attributes);
+        pthread_attr_setstacksize(&attributes, kMatcherStack);
+        pthread_t thread{};
+        const bool started = pthread_create(&thread, &attributes, &Matcher::run, this) == 0;
+        pthread_attr_destroy(&attributes);
+        if (!started) {
+            throw std::regex_error(std::regex_constants::error_stack);
+        }
+        pthread_join(thread, nullptr);
+        if (_error) {
+            std::rethrow_exception(_error);
+        }
     }
 
-    SubjectIterator begin;
-    SubjectIterator end;
+    bool matches() const { return _matches; }
+    /// What the pattern matched; empty if it did not.
+    const std::string& match() const { return _match; }
+
+private:
+    static void* run(void* matcher)
+    {
+        auto* self = static_cast<Matcher*>(matcher);
+        try {
+            self->match(reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)));
+        } catch (...) {
+            self->_error = std::current_exception();
+        }
+        return nullptr;
+    }
+
+    void match(std::uintptr_t stackTop)
+    {
+        const std::uintptr_t limit = stackTop - kMatcherStack + kMatcherRoom;
+        const SubjectIterator begin(_text.data(), limit);
+        const SubjectIterator end(_text.data() + _text.size(), limit);
+        const std::regex expression(_pattern);
+        std::match_results<SubjectIterator> match;
+        _matches = _whole ? std::regex_match(begin, end, match, expression)
+                          : std::regex_search(begin, end, match, expression);
+        if (_matches) {
+            _match.assign(match[0].first.place(), match[0].second.place());
+        }
+    }
+
+    std::string_view _text;
+    const char* _pattern;
+    bool _whole;
+    bool _matches = false;
+    std::string _match;
+    std::exception_ptr _error;
 };
 
 // Numbers
@@ -180,20 +212,12 @@ int scanHexInt(std::u16string_view text)
 
 Ref<NSString> StringUtil::FindIfMatch_withPattern(const char* text, const char* pattern)
 {
-    const std::regex expression(orEmpty(pattern));
-    const Subject subject(text);
-    std::match_results<SubjectIterator> match;
-    if (!std::regex_search(subject.begin, subject.end, match, expression)) {
-        return cToObjcString("");
-    }
-    return cToObjcString(std::string(match[0].first.place(), match[0].second.place()).c_str());
+    return cToObjcString(Matcher(text, pattern, false).match().c_str());
 }
 
 bool StringUtil::IsMatch_withPattern(const char* text, const char* pattern)
 {
-    const std::regex expression(orEmpty(pattern));
-    const Subject subject(text);
-    return std::regex_match(subject.begin, subject.end, expression);
+    return Matcher(text, pattern, true).matches();
 }
 
 bool StringUtil::IsSimpleEmailFormat(const char* text)
@@ -249,7 +273,9 @@ Ref<NSAttributedString> StringUtil::getTitleAttributeString_withFont_withColor_w
     if (underline) {
         attributes.set({NSUnderlineStyleAttributeName, NSNumber::numberWithInteger(NSUnderlineStyleSingle)});
     }
-    return make<NSAttributedString>()->initWithString_attributes(text, attributes);
+    Ref<NSMutableAttributedString> title = make<NSMutableAttributedString>();
+    title->initWithString_attributes(text, attributes);
+    return title;
 }
 
 bool StringUtil::IsAndroidVersionAboveKitkat(const char* version)

@@ -60,6 +60,9 @@ std::array<int, 3> componentsOf(NSString* digits)
 void UiUtil::drawStringInView_withFont_withRect_withColor_withAlign(NSString* text, NSFont* font, NSRect rect,
                                                                     NSColor* color, NSTextAlignment align)
 {
+    if (text == nullptr) {
+        return;
+    }
     const TextSystem system(text, font, rect.size.width);
     system.storage->addAttribute_value_range(NSForegroundColorAttributeName, Ref(color), system.all());
     const Ref<NSMutableParagraphStyle> style = make<NSMutableParagraphStyle>();
@@ -89,6 +92,9 @@ void UiUtil::setButton_red_green_blue(NSButton* button, int red, int green, int 
 
 void UiUtil::setButton_fontColorHex(NSButton* button, NSString* digits)
 {
+    if (digits == nullptr) {
+        return;
+    }
     const auto [red, green, blue] = componentsOf(digits);
     setButton_red_green_blue(button, red, green, blue);
 }
@@ -121,6 +127,9 @@ void UiUtil::changeBackgroundColor_withColor(NSView* view, NSColor* color)
 
 void UiUtil::changeBackgroundColor_withRGB(NSView* view, NSString* digits)
 {
+    if (digits == nullptr) {
+        return;
+    }
     const auto [red, green, blue] = componentsOf(digits);
     changeBackgroundColor_red_green_blue(view, red, green, blue);
 }

@@ -25,7 +25,8 @@ public:
                                                                        NSTextAlignment align);
 
     /// The height of `text` in points when wrapped at exactly `width`, never more at a greater width. An
-    /// empty text has the height of a line, none (null) has 0.
+    /// empty text has the height of a line, none (null) has 0. Lines are as high as their font, without
+    /// a gap between them.
     static float heightForStringDrawing_withFont_withWidth(NSString* text, NSFont* font, float width);
 
     /// Change the colour of a button's whole title and leave everything else about it. A null colour changes

@@ -86,11 +86,11 @@ TEST(UiUtilTest, DrawsAsManyLinesAsItMeasures)
             EXPECT_GT(ink, bottom - line) << sentence << " in " << width;
         }
     }
-    EXPECT_EQ(
-        operationsOf(*canvas).at(0),
-        "drawGlyphs {0, 57} \"First line\\nsecond, a little longer line\r\\n\\nand a last one.\" at {10, 20} "
-        "container {260, 3.4028234663852886e+38} padding 5 font \"Arial\" 12 color white(0.5, 1) "
-        "alignment 1");
+    EXPECT_EQ(operationsOf(*canvas).at(0),
+              "drawGlyphs {0, 57} \"First line\\nsecond, a little longer line\\r\\n\\nand a last one.\" at "
+              "{10, 20} "
+              "container {260, 3.4028234663852886e+38} padding 5 font \"Arial\" 12 color white(0.5, 1) "
+              "alignment 1");
     string = nullptr;
     EXPECT_TRUE(inkOf(pixelsOf(*canvas->imageOfBounds(1.0))).isNull());
 }

@@ -120,28 +120,33 @@ void NSMutableAttributedString::addAttribute_value_range(const NSAttributes::Ent
     if (inside != range) {
         diagnose("addAttribute", "the range goes beyond the text");
     }
-    if (inside.length == 0 && length() != 0) {
-        return;
-    }
     if (length() == 0) {
         _runs.front().attributes.set(attribute);
+    } else if (inside.length == 0) {
+        return;
     } else {
         divideRunsAt(NSMaxRange(inside));
-        for (auto run = divideRunsAt(inside.location);
-             run != _runs.end() && run->range.location < NSMaxRange(inside); ++run) {
-            run->attributes.set(attribute);
+        const auto first = divideRunsAt(inside.location);
+        auto last = first;
+        for (; last != _runs.end() && last->range.location < NSMaxRange(inside); ++last) {
+            last->attributes.set(attribute);
         }
-        std::vector<Run> merged;
-        for (Run& run : _runs) {
-            if (!merged.empty() && merged.back().attributes == run.attributes) {
-                merged.back().range.length += run.range.length;
-            } else {
-                merged.push_back(std::move(run));
-            }
-        }
-        _runs = std::move(merged);
+        joinRuns(first == _runs.begin() ? first : first - 1, last == _runs.end() ? last : last + 1);
     }
     ++_changeCount;
+}
+
+void NSMutableAttributedString::joinRuns(std::vector<Run>::iterator first, std::vector<Run>::iterator end)
+{
+    auto kept = first;
+    for (auto run = first + 1; run != end; ++run) {
+        if (run->attributes == kept->attributes) {
+            kept->range.length += run->range.length;
+        } else if (++kept != run) {
+            *kept = std::move(*run);
+        }
+    }
+    _runs.erase(kept + 1, end);
 }
 
 void NSMutableAttributedString::setAttributedString(const NSAttributedString* other)

@@ -87,5 +87,8 @@ private:
     /// The run that begins at `location`, dividing the one around it if need be.
     std::vector<Run>::iterator divideRunsAt(std::size_t location);
 
+    /// Makes one of neighbours that are alike, among the runs from `first` (there is one) to `end`.
+    void joinRuns(std::vector<Run>::iterator first, std::vector<Run>::iterator end);
+
     std::size_t _changeCount = 0;
 };

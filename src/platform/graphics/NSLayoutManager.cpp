@@ -38,13 +38,13 @@ std::size_t NSLayoutManager::numberOfGlyphs() const
 
 std::size_t NSLayoutManager::linesIn(const NSTextContainer* container) const
 {
-    if (container == nullptr || _textContainer != container) {
+    if (container == nullptr || _textContainer != container || _textStorage == nullptr) {
         return 0;
     }
     constexpr double kRounding = 1.0 / 64.0; // a height that was measured for the text holds it
     const double height = container->containerSize().height + kRounding;
-    const auto tooLow = std::ranges::find_if(
-        layout().lines(), [&](const TextLayout::Line& line) { return !(line.bottom() <= height); });
+    const auto tooLow = std::ranges::partition_point(
+        layout().lines(), [&](const TextLayout::Line& line) { return line.bottom() <= height; });
     return static_cast<std::size_t>(tooLow - layout().lines().begin());
 }
 
@@ -85,7 +85,7 @@ NSRect NSLayoutManager::lineFragmentRectForGlyphAtIndex_effectiveRange(std::size
                                                                        NSRange* effective) const
 {
     NSRect rect = lineFragmentUsedRectForGlyphAtIndex_effectiveRange(glyph, effective);
-    if (_textContainer) {
+    if (_textContainer && _textStorage != nullptr) {
         rect.origin.x = 0.0;
         rect.size.width = _textContainer->containerSize().width;
     }
@@ -99,7 +99,7 @@ NSRect NSLayoutManager::lineFragmentUsedRectForGlyphAtIndex_effectiveRange(std::
     if (effective != nullptr) {
         *effective = line.characters;
     }
-    if (!_textContainer) {
+    if (!_textContainer || _textStorage == nullptr) {
         return NSZeroRect;
     }
     const double padding = _textContainer->lineFragmentPadding();
@@ -131,10 +131,9 @@ NSRect NSLayoutManager::boundingRectForGlyphRange_inTextContainer(NSRange glyphs
 std::size_t NSLayoutManager::glyphIndexForPoint_inTextContainer(NSPoint point,
                                                                 const NSTextContainer* container) const
 {
-    if (container == nullptr || _textContainer != container) {
-        return 0;
-    }
-    return layout().characterAt({point.x - container->lineFragmentPadding(), point.y});
+    const std::size_t lines = linesIn(container);
+    return lines == 0 ? 0
+                      : layout().characterAt({point.x - container->lineFragmentPadding(), point.y}, lines);
 }
 
 void NSLayoutManager::drawGlyphsForGlyphRange_atPoint(NSRange glyphs, NSPoint origin) const

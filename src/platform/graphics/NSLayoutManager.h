@@ -13,10 +13,11 @@ class TextLayout;
 
 /// Lays the text of a storage out in a container, and tells where everything came to stand, in the
 /// container's coordinates (origin top-left, y downwards). Whatever is asked, the answer is up to date with
-/// the storage and the container. Without either, the text is empty and everything answers zero.
+/// the storage and the container. Without either, everything answers zero.
 ///
 /// One glyph stands for each UTF-16 unit of the text, so that glyph indexes are character indexes. Units
-/// that are shown as one (surrogate pairs, combining marks) share their place.
+/// that are shown as one (surrogate pairs, combining marks) share their place: a range that begins or ends
+/// within them is taken for the range around them.
 ///
 /// A text that ends with a line end has one more, empty line; an empty text has one empty line in the
 /// height of its font.
@@ -56,7 +57,8 @@ public:
     /// The rectangle around all of these; `NSZeroRect` if there is none.
     NSRect boundingRectForGlyphRange_inTextContainer(NSRange glyphs, const NSTextContainer* container) const;
 
-    /// The glyph at a point, or else the nearest on the nearest line. 0 for an empty text.
+    /// The glyph at a point, or else the nearest on the nearest line within the container's height. 0 for
+    /// an empty text.
     std::size_t glyphIndexForPoint_inTextContainer(NSPoint point, const NSTextContainer* container) const;
 
     /// Draws glyphs into the current graphics context. The layout's top-left corner comes to stand at

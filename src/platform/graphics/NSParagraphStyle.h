@@ -21,7 +21,8 @@ protected:
     NSTextAlignment _alignment = NSTextAlignment::Natural;
 };
 
-/// A paragraph style that can be set up; texts that have it as an attribute do not notice later changes.
+/// A paragraph style that can be set up. That is done before a text has it as an attribute: texts keep the
+/// style itself, and later changes show in them sooner or later.
 class TESSALINE_EXPORT NSMutableParagraphStyle final : public NSParagraphStyle
 {
 public:

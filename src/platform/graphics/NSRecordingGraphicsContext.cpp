@@ -24,7 +24,9 @@ std::string quoted(const std::string& text)
         if (character == '"' || character == '\\') {
             result += '\\';
         }
-        result += character == '\n' ? std::string("\\n") : std::string(1, character);
+        result += character == '\n'   ? std::string("\\n")
+                  : character == '\r' ? std::string("\\r")
+                                      : std::string(1, character);
     }
     return result + '"';
 }

@@ -9,8 +9,9 @@ class TESSALINE_EXPORT NSTextContainer final : public NSObject
 public:
     static constexpr double kDefaultLineFragmentPadding = 5.0;
 
-    /// A width beyond eight million points does not wrap; lines then stand aligned in the width of the
-    /// widest. A height without bound is given by any great number.
+    /// A width beyond eight million points does not wrap, but for lines that are longer than can be set
+    /// (some hundred thousand points, or more); lines then stand aligned in the width of the widest. A height
+    /// without bound is given by any great number.
     NSTextContainer* initWithContainerSize(NSSize size);
 
     NSSize containerSize() const { return _size; }

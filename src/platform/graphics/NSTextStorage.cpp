@@ -8,6 +8,7 @@ NSTextStorage::~NSTextStorage()
 {
     for (const Ref<NSLayoutManager>& layoutManager : _layoutManagers) {
         layoutManager->_textStorage = nullptr;
+        layoutManager->_layout = nullptr;
     }
 }
 

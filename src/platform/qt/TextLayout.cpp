@@ -12,9 +12,11 @@
 #include <QCache>
 #include <QCoreApplication>
 #include <QPainter>
+#include <QTextBoundaryFinder>
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <utility>
 
 namespace
@@ -39,8 +41,8 @@ size_t qHash(const Key& key, size_t seed = 0)
 
 using Cache = QCache<Key, std::shared_ptr<const TextLayout>>;
 
-/// What a layout costs beside its characters, in characters.
-constexpr int kLayoutCost = 64;
+/// What a line of a layout costs beside its characters, in characters.
+constexpr int kLineCost = 64;
 
 /// Goes with the application, since layouts must not outlive its fonts; another application gets another.
 Cache& cache()
@@ -86,13 +88,20 @@ std::vector<TextLayout::Run> runsOf(const NSAttributedString& text)
     return runs;
 }
 
-/// Fonts of several fractional sizes are set in sixteenths of a point, those of one size as they are.
+/// Fonts of several fractional sizes are set in sixteenths of a point, or what the largest allows, those of
+/// one size as they are.
 double commonScale(const std::vector<TextLayout::Run>& runs)
 {
     constexpr double kSixteenth = 1.0 / 16.0;
+    constexpr double kLargestSize = 10000.0; // that text is set in
     const double first = runs.front().scale;
-    const bool common = std::ranges::all_of(runs, [&](const auto& run) { return run.scale == first; });
-    return common ? first : kSixteenth;
+    double largest = 0.0;
+    bool common = true;
+    for (const TextLayout::Run& run : runs) {
+        largest = std::max(largest, run.font.pixelSize() * run.scale);
+        common = common && run.scale == first;
+    }
+    return common ? first : std::max(kSixteenth, largest / kLargestSize);
 }
 
 QFont fontInScale(const TextLayout::Run& run, double scale)
@@ -114,6 +123,24 @@ qsizetype lineEndAt(const QString& text, qsizetype index)
     return ends ? 1 : 0;
 }
 
+/// Whether there is a word that takes many lines: found out by measuring all of it for each of them, its
+/// line breaks would take the square of its length.
+bool hasEndlessWord(const QString& text)
+{
+    constexpr qsizetype kEndless = 4096;
+    if (text.size() < kEndless) {
+        return false;
+    }
+    QTextBoundaryFinder breaks(QTextBoundaryFinder::Line, text);
+    for (qsizetype last = 0, next = breaks.toNextBoundary(); next >= 0; next = breaks.toNextBoundary()) {
+        if (next - last >= kEndless) {
+            return true;
+        }
+        last = next;
+    }
+    return false;
+}
+
 std::size_t runAt(const std::vector<TextLayout::Run>& runs, std::size_t index)
 {
     const auto behind = std::ranges::upper_bound(
@@ -131,7 +158,8 @@ std::shared_ptr<const TextLayout> TextLayout::of(const NSAttributedString& text,
         return *cached;
     }
     auto layout = std::make_shared<const TextLayout>(key.text, key.runs, usable);
-    cache().insert(key, new std::shared_ptr<const TextLayout>(layout), key.text.size() + kLayoutCost);
+    cache().insert(key, new std::shared_ptr<const TextLayout>(layout),
+                   key.text.size() + kLineCost * static_cast<int>(layout->lines().size()));
     return layout;
 }
 
@@ -175,7 +203,8 @@ void TextLayout::addParagraph(const QString& text, const std::vector<Run>& runs,
         layout->setFormats(formats);
     }
     QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(hasEndlessWord(layout->text()) ? QTextOption::WrapAnywhere
+                                                      : QTextOption::WrapAtWordBoundaryOrAnywhere);
     option.setUseDesignMetrics(true);
     option.setTabStopDistance(kTabInterval / _scale);
     layout->setTextOption(option);
@@ -197,9 +226,10 @@ void TextLayout::addParagraph(const QString& text, const std::vector<Run>& runs,
     // Unbroken first: a width that was measured for the text must not break it by a rounding. It also
     // tells how high the fonts are that stand in for characters which the font lacks. With that height
     // for all lines of a paragraph in one font, a wider paragraph is never higher.
-    breakLines(kUnlimited);
+    constexpr double kLongestLine = (1 << 24) - 1; // that can be set
+    breakLines(kLongestLine);
     if (widest * _scale > width + kRounding) {
-        if (runs[firstRun].alignment == NSTextAlignment::Justified) {
+        if (runs[firstRun].alignment == NSTextAlignment::Justified && !layout->text().isRightToLeft()) {
             option.setAlignment(Qt::AlignJustify);
             layout->setTextOption(option);
         }
@@ -238,7 +268,7 @@ void TextLayout::align(const std::vector<Run>& runs, double width)
         const NSTextAlignment alignment = runs[runAt(runs, paragraph.characters.location)].alignment;
         for (int index = 0; index < lineCount; ++index) {
             Line& line = _lines[paragraph.firstLine + static_cast<std::size_t>(index)];
-            const double free = room - line.width;
+            const double free = std::max(0.0, room - line.width);
             switch (alignment) {
             case NSTextAlignment::Left:
                 break;
@@ -254,14 +284,13 @@ void TextLayout::align(const std::vector<Run>& runs, double width)
                 break;
             }
             QTextLine shaped = paragraph.layout->lineAt(index);
-            if (justified) { // the shaper has put the words in their places
-                if (index + 1 < lineCount) {
-                    line.left = 0.0;
-                    line.width = room;
-                }
-            } else {
-                shaped.setPosition({line.left / _scale, shaped.y()});
+            const int end = shaped.textStart() + shaped.textLength();
+            const bool wrapped =
+                index + 1 < lineCount && paragraph.layout->text()[end - 1] != QChar(QChar::LineSeparator);
+            if (justified && wrapped) { // the shaper has put the words in their places
+                line.width = room;
             }
+            shaped.setPosition({line.left / _scale, shaped.y()});
             line.glyphs = shaped.glyphRuns();
         }
     }
@@ -325,9 +354,24 @@ NSRange TextLayout::wholeCharacters(NSRange characters) const
 std::vector<NSRect> TextLayout::rectsOnLine(const Line& line, NSRange characters) const
 {
     std::vector<NSRect> pieces;
+    const auto add = [&](double from, double to) {
+        pieces.push_back(
+            NSMakeRect(std::min(from, to) * _scale, line.top, std::abs(to - from) * _scale, line.height));
+    };
     for (const QGlyphRun& glyphs : glyphsOf(line, characters)) {
         const QRectF bounds = glyphs.boundingRect();
-        pieces.push_back(NSMakeRect(bounds.x() * _scale, line.top, bounds.width() * _scale, line.height));
+        add(bounds.left(), bounds.right());
+    }
+    // Tabs have no glyph, but their room.
+    const Paragraph& paragraph = paragraphOf(line);
+    const NSRange shown =
+        NSIntersectionRange(NSIntersectionRange(characters, line.characters), paragraph.characters);
+    for (std::size_t index = shown.location; index < NSMaxRange(shown); ++index) {
+        const auto place = static_cast<int>(index - paragraph.characters.location);
+        if (paragraph.layout->text()[place] == QLatin1Char('\t')) {
+            const QTextLine shaped = lineInParagraph(line);
+            add(shaped.cursorToX(place), shaped.cursorToX(place + 1));
+        }
     }
     std::ranges::sort(pieces, {}, [](const NSRect& rect) { return rect.origin.x; });
     std::vector<NSRect> rects;
@@ -345,27 +389,39 @@ std::vector<NSRect> TextLayout::rectsOnLine(const Line& line, NSRange characters
 
 std::vector<NSRect> TextLayout::rectsOf(NSRange characters) const
 {
+    const NSRange whole = wholeCharacters(characters);
     std::vector<NSRect> rects;
-    for (const Line& line : _lines) {
-        const std::vector<NSRect> onLine = rectsOnLine(line, characters);
+    for (const Line* line = &lineOfCharacter(whole.location);
+         line != _lines.data() + _lines.size() && line->characters.location < NSMaxRange(whole); ++line) {
+        const std::vector<NSRect> onLine = rectsOnLine(*line, whole);
         rects.insert(rects.end(), onLine.begin(), onLine.end());
     }
     return rects;
 }
 
-std::size_t TextLayout::characterAt(NSPoint point) const
+std::size_t TextLayout::characterAt(NSPoint point, std::size_t lineCount) const
 {
+    const auto lines = std::span(_lines).first(lineCount);
     const auto below =
-        std::ranges::find_if(_lines, [&](const Line& line) { return point.y < line.bottom(); });
-    const Line& line = below == _lines.end() ? _lines.back() : *below;
+        std::ranges::partition_point(lines, [&](const Line& each) { return each.bottom() <= point.y; });
+    const Line& line = below == lines.end() ? lines.back() : *below;
     const Paragraph& paragraph = paragraphOf(line);
     const NSRange shown = NSIntersectionRange(line.characters, paragraph.characters);
     if (shown.length == 0) {
         return line.characters.location;
     }
-    const int place = lineInParagraph(line).xToCursor(point.x / _scale, QTextLine::CursorOnCharacter);
-    const std::size_t index = paragraph.characters.location + static_cast<std::size_t>(place);
-    return std::clamp(index, shown.location, wholeCharacters({NSMaxRange(shown) - 1, 1}).location);
+    const double x = std::isnan(point.x) ? 0.0 : std::clamp(point.x, -kUnlimited, kUnlimited);
+    const int place = lineInParagraph(line).xToCursor(x / _scale, QTextLine::CursorOnCharacter);
+    const std::size_t found = paragraph.characters.location + static_cast<std::size_t>(place);
+    // Within ligatures of text from right to left, the shaper counts its cursors from the wrong end.
+    for (const std::size_t index : {found, found - 1, found + 1}) {
+        for (const NSRect& rect : rectsOnLine(line, wholeCharacters({index, 1}))) {
+            if (index < NSMaxRange(shown) && x >= rect.origin.x && x < rect.origin.x + rect.size.width) {
+                return index;
+            }
+        }
+    }
+    return std::clamp(found, shown.location, wholeCharacters({NSMaxRange(shown) - 1, 1}).location);
 }
 
 void TextLayout::underline(QPainter& painter, const Line& line, NSRange characters) const
@@ -390,11 +446,12 @@ void TextLayout::underline(QPainter& painter, const Line& line, NSRange characte
 void TextLayout::draw(QPainter& painter, QPointF origin, const NSAttributedString& text,
                       NSRange characters) const
 {
+    const NSRange whole = wholeCharacters(characters);
     painter.save();
     painter.translate(origin);
     auto run = text.runs().begin();
     for (const Line& line : _lines) {
-        const NSRange drawn = NSIntersectionRange(line.characters, characters);
+        const NSRange drawn = NSIntersectionRange(line.characters, whole);
         for (std::size_t place = drawn.location; place < NSMaxRange(drawn);) {
             while (NSMaxRange(run->range) <= place) {
                 ++run;

@@ -31,7 +31,7 @@ public:
         double top;
         double height;
         double baseline;
-        double left; // of what it shows, and its width without spaces at its end
+        double left; // of what it shows, and its width without spaces where it is wrapped
         double width;
         QList<QGlyphRun> glyphs; // in the shaper's units
 
@@ -65,8 +65,9 @@ public:
     /// Widens a range to whole characters as they are shown.
     NSRange wholeCharacters(NSRange characters) const;
     std::vector<NSRect> rectsOf(NSRange characters) const;
-    /// The character at a point, or else the nearest on the nearest line.
-    std::size_t characterAt(NSPoint point) const;
+    /// The character at a point, or else the nearest on the nearest of the first `lineCount` lines, of
+    /// which there is one at least.
+    std::size_t characterAt(NSPoint point, std::size_t lineCount) const;
 
     /// Draws some characters of `text`, which this is the layout of, in its colours and with its underlines.
     /// `origin` is the place of the top-left corner in the painter's coordinates, y downwards.

@@ -26,6 +26,11 @@ Ref<NSParagraphStyle> style(NSTextAlignment alignment)
     return style;
 }
 
+double rightOf(NSRect rect)
+{
+    return rect.origin.x + rect.size.width;
+}
+
 double widthOf(const char* string)
 {
     return text(string)->sizeWithAttributes({}).width;
@@ -144,6 +149,16 @@ TEST(NSLayoutManagerTest, AlignsParagraphsWithinTheWidthAndThePadding)
     EXPECT_NEAR(justified.rects({3, 2})[0].origin.x, widthOf("ab ") + 8.0, kRounding)
         << "the gap takes what is left";
 
+    const TextSystem two("ab\nab\nab ab", 100.0);
+    two.storage->addAttribute_value_range(NSParagraphStyleAttributeName, style(NSTextAlignment::Right),
+                                          {3, 3});
+    EXPECT_EQ(two.rects({0, 2})[0].origin.x, 0.0);
+    EXPECT_NEAR(two.rects({3, 2})[0].origin.x, 100.0 - width, kRounding) << "each paragraph by its own style";
+    EXPECT_EQ(two.rects({6, 2})[0].origin.x, 0.0);
+    EXPECT_NEAR(rightOf(two.used()), 100.0, kRounding);
+    two.container->setContainerSize({width / 2.0, kUnlimited});
+    EXPECT_EQ(two.rects({3, 1})[0].origin.x, 0.0) << "never left of the container";
+
     const TextSystem free("ab\nlonger");
     free.storage->addAttribute_value_range(NSParagraphStyleAttributeName, style(NSTextAlignment::Right),
                                            {0, 1});
@@ -181,6 +196,10 @@ TEST(NSLayoutManagerTest, FindsEveryGlyphWhereItSaysItIs)
     EXPECT_EQ(lines.at(-5.0, 20.0), 3U);
     EXPECT_EQ(lines.at(5.0, 5000.0), 6U) << "the empty last line";
     EXPECT_EQ(TextSystem("").at(5.0, 5.0), 0U);
+    for (const double far : {1e7, 1e9, 1e300}) {
+        EXPECT_EQ(lines.at(far, 2.0), 1U);
+        EXPECT_EQ(lines.at(-far, 20.0), 3U);
+    }
     const TextSystem accents("ae\xCC\x81\xF0\x9F\x98\x80");
     EXPECT_EQ(accents.at(5000.0, 5.0), 3U) << "the beginning of the last character";
 }
@@ -201,6 +220,11 @@ TEST(NSLayoutManagerTest, CoversARangeWithOneRectanglePerLineAndDirection)
     EXPECT_EQ(both.rects({1, 4}).size(), 2U) << "b and two letters at the far end";
     EXPECT_EQ(both.rects(both.all()).size(), 1U);
     EXPECT_EQ(TextSystem("a\nb").rects({1, 1}).size(), 0U) << "a line end takes no room";
+    const TextSystem tab("a\tb");
+    EXPECT_NEAR(tab.rects({1, 1}).at(0).size.width, 28.0 - widthOf("a"), kRounding);
+    EXPECT_EQ(tab.rects(tab.all()).size(), 1U);
+    const TextSystem accent("ae\xCC\x81z");
+    EXPECT_EQ(accent.rects({1, 1}), accent.rects({2, 1})) << "they share their place";
     EXPECT_EQ(wrapped.rects({5, 0}).size(), 0U);
     EXPECT_EQ(wrapped.rects({90, 8}).size(), 0U);
 }
@@ -243,6 +267,7 @@ TEST(NSLayoutManagerTest, FollowsItsStorageAndContainer)
     EXPECT_EQ(system.layout->glyphRangeForTextContainer(system.container.get()), (NSRange{0, 4}));
     EXPECT_EQ(system.used().size.height, 2.0 * line) << "what is beyond the height is not laid out";
     EXPECT_TRUE(system.rects({4, 1}).empty());
+    EXPECT_EQ(system.at(1.0, 1000.0), 2U);
 
     const Ref<NSTextStorage> other = make<NSTextStorage>()->initWithString(text("other").get());
     other->addLayoutManager(system.layout);
@@ -268,6 +293,9 @@ TEST(NSLayoutManagerTest, SetsSeveralFontsOnOneBaseline)
     EXPECT_NEAR(system.rects({1, 1})[0].size.width, widthOf("A") / 12.0 * 24.5, kRounding);
     EXPECT_NEAR(system.rects({2, 1})[0].size.width, widthOf("A") / 12.0 * 7.25, kRounding);
     EXPECT_NEAR(system.used().size.height, (1854.0 + 434.0) / 2048.0 * 24.5, kRounding);
+    system.storage->addAttribute_value_range(NSFontAttributeName, NSFont::fontWithName_size("Arial", 4000.0),
+                                             {0, 1});
+    EXPECT_NEAR(system.used().size.height, (1854.0 + 434.0) / 2048.0 * 4000.0, 1.0);
 }
 
 // Drawing
@@ -343,8 +371,7 @@ TEST(NSLayoutManagerTest, UnderlinesWhatIsUnderlined)
             const bool red = pixel(*picture, static_cast<int>(underlined.origin.x + 4.0), row) == kRed;
             column += red ? 'u' : ' ';
             EXPECT_EQ(pixel(*picture, 2, row), kNothing);
-            EXPECT_EQ(pixel(*picture, static_cast<int>(underlined.origin.x + underlined.size.width) + 2, row),
-                      kNothing);
+            EXPECT_EQ(pixel(*picture, static_cast<int>(rightOf(underlined)) + 2, row), kNothing);
         }
         EXPECT_EQ(std::ranges::count(column, 'u'), 1) << "one sharp line";
         EXPECT_GE(column.find('u'), 11U) << "below the baseline";
