@@ -18,6 +18,14 @@ void splitText(benchmark::State& state)
 }
 BENCHMARK(splitText)->Arg(10)->Arg(100'000);
 
+void matchPattern(benchmark::State& state)
+{
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(StringUtil::IsMatch_withPattern("2019-04-03", "[0-9]+-[0-9]+-[0-9]+"));
+    }
+}
+BENCHMARK(matchPattern)->UseRealTime();
+
 void compareVersions(benchmark::State& state)
 {
     const char* first = "10.2.14.3";

@@ -126,11 +126,15 @@ std::optional<PageView::Item> photo(const std::filesystem::path& file)
 /// The photos that are shipped with the program, by name.
 std::vector<PageView::Item> photos()
 {
+    const Ref<NSString> resources = FileUtil::GetResourcesDir();
+    if (!resources) {
+        return {};
+    }
     std::vector<std::filesystem::path> files;
     std::error_code error;
-    const std::string folder = FileUtil::GetResourcesDir()->UTF8String() + "Photos";
-    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-        files.push_back(entry.path());
+    std::filesystem::directory_iterator entry(resources->UTF8String() + "Photos", error);
+    for (; entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        files.push_back(entry->path());
     }
     std::ranges::sort(files);
     std::vector<PageView::Item> items;

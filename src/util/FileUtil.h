@@ -34,7 +34,8 @@ public:
 
     /// `path` itself, if no folder is there; otherwise the first of the names "photos(1)", "photos(2)" and
     /// so on for "photos" with which none is there (a file may be). What the name has from its last
-    /// "(" on gives way to the number: "a(b)" becomes "a(1)". Null for null.
+    /// "(" on gives way to the number: "a(b)" becomes "a(1)". A folder of the root stays in it. Null for
+    /// null.
     static Ref<NSString> getDirNewName(NSString* path);
 
     /// The first of "/a/report.pdf", "/a/report(1).pdf", "/a/report(2).pdf" and so on for "/a/report.txt" and

@@ -177,7 +177,7 @@ Ref<NSString> NSBundle::localizedStringForKey_value_table(NSString* key, NSStrin
 {
     const Ref<NSString> wanted = key == nullptr ? NSString::stringWithCharacters(u"") : key;
     Ref<NSString> fallback = value == nullptr || value->length() == 0 ? wanted : value;
-    if (key == nullptr) {
+    if (key == nullptr || !isPath(tableName)) {
         return fallback;
     }
     fs::path name = pathOf(tableName);

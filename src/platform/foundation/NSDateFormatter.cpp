@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace
@@ -22,9 +23,9 @@ icu::UnicodeString toUnicode(const NSString& text)
 }
 
 /// Null, with a line on standard error, if the pattern cannot be used at all.
-std::unique_ptr<icu::SimpleDateFormat> formatFor(NSString* pattern, NSTimeZone* timeZone, NSLocale* locale)
+std::unique_ptr<icu::SimpleDateFormat> formatFor(NSString* pattern, const NSTimeZone& timeZone,
+                                                 NSLocale* locale)
 {
-    const Ref<NSTimeZone> zone = timeZone == nullptr ? NSTimeZone::localTimeZone() : timeZone;
     const Ref<NSLocale> customs = locale == nullptr ? NSLocale::currentLocale() : locale;
     UErrorCode status = U_ZERO_ERROR;
     auto format = std::make_unique<icu::SimpleDateFormat>(
@@ -34,9 +35,19 @@ std::unique_ptr<icu::SimpleDateFormat> formatFor(NSString* pattern, NSTimeZone* 
         diagnose("NSDateFormatter", u_errorName(status));
         return nullptr;
     }
-    format->adoptTimeZone(icu::TimeZone::createTimeZone(toUnicode(*zone->name())));
+    format->adoptTimeZone(icu::TimeZone::createTimeZone(toUnicode(*timeZone.name())));
     format->setLenient(false);
     return format;
+}
+
+/// In seconds since 1970; none if the whole text is no date.
+std::optional<double> parsed(const icu::SimpleDateFormat& format, const NSString& text)
+{
+    const icu::UnicodeString unicode = toUnicode(text);
+    icu::ParsePosition position(0);
+    const double milliseconds = format.parse(unicode, position);
+    const bool fits = position.getErrorIndex() < 0 && position.getIndex() == unicode.length();
+    return fits ? std::optional(milliseconds / U_MILLIS_PER_SECOND) : std::nullopt;
 }
 
 } // namespace
@@ -65,7 +76,9 @@ Ref<NSString> NSDateFormatter::stringFromDate(NSDate* date) const
     if (date == nullptr || !std::isfinite(date->timeIntervalSince1970())) {
         return nullptr;
     }
-    const auto format = formatFor(_pattern.get(), _timeZone.get(), _locale.get());
+    const Ref<NSTimeZone> zone =
+        _timeZone ? _timeZone : NSTimeZone::localTimeZoneAt(date->timeIntervalSince1970());
+    const auto format = formatFor(_pattern.get(), *zone, _locale.get());
     if (!format) {
         return nullptr;
     }
@@ -91,15 +104,19 @@ Ref<NSDate> NSDateFormatter::dateFromString(NSString* text) const
     if (text == nullptr || text->length() == 0) {
         return nullptr;
     }
-    const auto format = formatFor(_pattern.get(), _timeZone.get(), _locale.get());
+    const Ref<NSTimeZone> zone = _timeZone ? _timeZone : NSTimeZone::localTimeZone();
+    const auto format = formatFor(_pattern.get(), *zone, _locale.get());
     if (!format) {
         return nullptr;
     }
-    const icu::UnicodeString unicode = toUnicode(*text);
-    icu::ParsePosition position(0);
-    const double milliseconds = format->parse(unicode, position);
-    if (position.getErrorIndex() >= 0 || position.getIndex() != unicode.length()) {
-        return nullptr;
+    std::optional<double> seconds = parsed(*format, *text);
+    if (seconds && !_timeZone) {
+        // Where the system's zone has no name, another offset may hold at that date than now.
+        const Ref<NSTimeZone> then = NSTimeZone::localTimeZoneAt(*seconds);
+        if (!then->isEqual(zone.get())) {
+            format->adoptTimeZone(icu::TimeZone::createTimeZone(toUnicode(*then->name())));
+            seconds = parsed(*format, *text);
+        }
     }
-    return NSDate::dateWithTimeIntervalSince1970(milliseconds / U_MILLIS_PER_SECOND);
+    return seconds ? NSDate::dateWithTimeIntervalSince1970(*seconds) : nullptr;
 }

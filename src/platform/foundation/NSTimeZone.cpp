@@ -4,7 +4,9 @@
 
 #include <unicode/timezone.h>
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -102,12 +104,17 @@ Ref<NSTimeZone> NSTimeZone::timeZoneWithAbbreviation(NSString* abbreviation)
 
 Ref<NSTimeZone> NSTimeZone::localTimeZone()
 {
+    return localTimeZoneAt(static_cast<double>(std::time(nullptr)));
+}
+
+Ref<NSTimeZone> NSTimeZone::localTimeZoneAt(double moment)
+{
     std::string name = nameOfHostTimeZone();
-    const std::time_t now = std::time(nullptr);
+    constexpr double kFarthest = 1e11; // some thousand years from here, where rules go on as they are
+    const auto time = static_cast<std::time_t>(std::clamp(std::floor(moment), -kFarthest, kFarthest));
     std::tm local{};
     tzset();
-    localtime_r(&now, &local);
-    if (offsetOf(name, now) != local.tm_gmtoff) {
+    if (localtime_r(&time, &local) != nullptr && offsetOf(name, time) != local.tm_gmtoff) {
         name = nameOfOffset(local.tm_gmtoff);
     }
     return make<NSTimeZone>(NSString::stringWithUTF8String(name.c_str()));

@@ -13,9 +13,10 @@ public:
     static Ref<NSTimeZone> timeZoneWithAbbreviation(NSString* abbreviation);
 
     /// The zone that the system is in at the time of the call: that of the environment's TZ or else of
-    /// the machine. A system that follows rules without a name (TZ=XYZ-3ABC) gives the offset that holds
-    /// now.
+    /// the machine. A system that follows rules without a name (TZ=XYZ-3ABC,M3.5.0,M10.5.0) gives the
+    /// offset that holds now, or at a moment, in seconds since 1970-01-01 00:00:00 UTC.
     static Ref<NSTimeZone> localTimeZone();
+    static Ref<NSTimeZone> localTimeZoneAt(double moment);
 
     /// Such as "Europe/Berlin", "UTC" or "GMT+05:30".
     Ref<NSString> name() const;

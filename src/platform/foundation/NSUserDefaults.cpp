@@ -5,20 +5,26 @@
 #include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/NSNumber.h"
 #include "platform/foundation/NSString.h"
-#include "platform/foundation/Property.h"
 #include "platform/qt/Conversions.h"
 
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
 
+#include <mutex>
+
 namespace
 {
 
-RetainProperty<NSUserDefaults>& standard()
+struct Standard {
+    std::mutex mutex;
+    Ref<NSUserDefaults> defaults; // guarded by mutex; null until asked for or set
+};
+
+Standard& standard()
 {
-    static RetainProperty<NSUserDefaults> defaults;
-    return defaults;
+    static Standard standard;
+    return standard;
 }
 
 Ref<NSString> pathOf(const NSString* domain)
@@ -76,15 +82,17 @@ NSUserDefaults::~NSUserDefaults() = default;
 
 Ref<NSUserDefaults> NSUserDefaults::standardUserDefaults()
 {
-    if (!standard().get()) {
-        setStandardDomain(nullptr);
+    const std::scoped_lock lock(standard().mutex);
+    if (!standard().defaults) {
+        standard().defaults = make<NSUserDefaults>(pathOf(nullptr));
     }
-    return standard().get();
+    return standard().defaults;
 }
 
 void NSUserDefaults::setStandardDomain(NSString* domain)
 {
-    standard().set(make<NSUserDefaults>(pathOf(domain)));
+    const std::scoped_lock lock(standard().mutex);
+    standard().defaults = make<NSUserDefaults>(pathOf(domain));
 }
 
 Ref<NSObject> NSUserDefaults::objectForKey(NSString* key) const
