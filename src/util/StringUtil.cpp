@@ -41,10 +41,10 @@ const char* orEmpty(const char* text)
 // byte that it matches, so the work is done on a large stack of its own, of which only what is needed
 // becomes memory.
 
-constexpr std::size_t kMatcherStack = std::size_t{256} * 1024 * 1024;
+constexpr std::size_t kMatcherStack = std::size_t{120} * 1024 * 1024;
 /// What is kept free of it for compiling a pattern, and for all that is done between two bytes: both have
 /// an end, since the standard library limits the size of its automata.
-constexpr std::size_t kMatcherRoom = std::size_t{64} * 1024 * 1024;
+constexpr std::size_t kMatcherRoom = std::size_t{60} * 1024 * 1024;
 
 /// A place in a text, which ends the search before that exhausts the matcher's stack.
 class SubjectIterator

@@ -20,7 +20,7 @@ public:
     /// Regular expressions in the ECMAScript grammar of `std::regex`, compiled at each call and matched byte
     /// by byte. A pattern that is not valid throws its `std::regex_error`. So does, with the code
     /// `error_stack`, a match that is too long: the standard matcher calls itself for each byte that a
-    /// repetition takes, and has the stack for some hundred thousand of them.
+    /// repetition takes, and has the stack for some ten thousand of them, or more.
     ///
     /// The first match, or the empty text if there is none.
     static Ref<NSString> FindIfMatch_withPattern(const char* text, const char* pattern);
