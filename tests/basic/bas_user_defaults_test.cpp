@@ -170,11 +170,10 @@ TEST_F(SettingsTest, RegistersStoresByName)
 {
     EXPECT_EQ(BASUserDefaults::GetUserDefaults("registry"), nullptr);
     EXPECT_FALSE(BASUserDefaults::InitUserDefaults("registry", path().c_str()));
-    BASUserDefaults* first = BASUserDefaults::GetUserDefaults("registry");
-    ASSERT_NE(first, nullptr) << "registered although the file did not load";
-    written(*first);
+    const BASUserDefaults* first = BASUserDefaults::GetUserDefaults("registry");
+    EXPECT_EQ(written(*first), "{}") << "registered although the file did not load";
     EXPECT_TRUE(BASUserDefaults::InitUserDefaults("registry", path().c_str()));
-    EXPECT_NE(BASUserDefaults::GetUserDefaults("registry"), first);
+    EXPECT_TRUE(BASUserDefaults::GetUserDefaults("registry")->IsOk());
     EXPECT_FALSE(first->IsOk()) << "the replaced store lives on";
 }
 

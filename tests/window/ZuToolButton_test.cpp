@@ -52,6 +52,8 @@ protected:
     ZuToolButtonTest()
     {
         button->setImage(blankImage("icon", 32.0, 32.0));
+        button->setAlternateImage(blankImage("badge", 16.0, 16.0));
+        button->setAlternateTitle(text("3"));
         button->setTitle(text("Contacts"));
         button->setToolTip(text("People"));
         for (double white = 0.125; const auto setter : kColors) {
@@ -91,32 +93,27 @@ protected:
 
 TEST_F(ZuToolButtonTest, DrawsItsThreeLooks)
 {
-    Operations expected{kBorderNormal, "strokeRect {{0, 0}, {200, 60}} width 1",
-                        image("icon", NSMakeRect(4.0, 14.5, 32.0, 32.0)), nameAt(54.0, 10.0),
+    Operations expected{kBorderNormal,
+                        "strokeRect {{0, 0}, {200, 60}} width 1",
+                        image("icon", NSMakeRect(4.0, 14.5, 32.0, 32.0)),
+                        image("badge", NSMakeRect(28.0, 6.5, 16.0, 16.0)),
+                        string("3", NSMakeRect(36.0, 4.5, 14.0, 14.0), "\"Arial\" 12", "white(1, 1)"),
+                        nameAt(54.0, 10.0),
                         descriptionAt(54.0, name.height + 14.0, 143.0, "white(0.75, 1)")};
     EXPECT_EQ(operationsOf(*button), expected);
     after({kEnter});
     expected[0] = kBorder;
     EXPECT_EQ(operationsOf(*button), expected) << "hover changes the border only";
     after({kPress});
-    EXPECT_EQ(
-        operationsOf(*button, NSMakeRect(10.0, 5.0, 20.0, 30.0)),
-        (Operations{kBackground, "fillRect {{10, 5}, {20, 30}}", kBorder,
-                    "strokeRect {{10, 5}, {20, 30}} width 1",
-                    image("icon", NSMakeRect(5.0, 13.5, 32.0, 32.0)), nameAt(55.0, 9.0, "white(0.375, 1)"),
-                    descriptionAt(55.0, name.height + 13.0, 142.0, "white(0.5, 1)")}))
+    EXPECT_EQ(operationsOf(*button, NSMakeRect(10.0, 5.0, 20.0, 30.0)),
+              (Operations{kBackground, "fillRect {{10, 5}, {20, 30}}", kBorder,
+                          "strokeRect {{10, 5}, {20, 30}} width 1",
+                          image("icon", NSMakeRect(5.0, 13.5, 32.0, 32.0)),
+                          image("badge", NSMakeRect(29.0, 5.5, 16.0, 16.0)),
+                          string("3", NSMakeRect(37.0, 3.5, 14.0, 14.0), "\"Arial\" 12", "white(1, 1)"),
+                          nameAt(55.0, 9.0, "white(0.375, 1)"),
+                          descriptionAt(55.0, name.height + 13.0, 142.0, "white(0.5, 1)")}))
         << "laid out in the bounds, framed around the part";
-}
-
-TEST_F(ZuToolButtonTest, CentresTheBadgeOnTheIconsCorner)
-{
-    button->setAlternateTitle(text("3"));
-    EXPECT_EQ(operationsOf(*button).size(), 5U) << "without a badge its text is not drawn";
-    button->setAlternateImage(blankImage("badge", 16.0, 16.0));
-    const Operations operations = operationsOf(*button);
-    ASSERT_EQ(operations.size(), 7U);
-    EXPECT_EQ(operations[3], image("badge", NSMakeRect(28.0, 6.5, 16.0, 16.0)));
-    EXPECT_EQ(operations[4], string("3", NSMakeRect(36.0, 4.5, 14.0, 14.0), "\"Arial\" 12", "white(1, 1)"));
 }
 
 TEST_F(ZuToolButtonTest, LaysOutItsBounds)
@@ -125,10 +122,11 @@ TEST_F(ZuToolButtonTest, LaysOutItsBounds)
     button->setOffset(-10);
     button->setImage(blankImage("icon", 20.0, 63.0));
     EXPECT_EQ(operationsOf(*button)[2], image("icon", NSMakeRect(-10.0, -10.5, 20.0, 63.0)));
-    EXPECT_EQ(operationsOf(*button)[3], nameAt(28.0, 14.0)) << "not above the face";
+    EXPECT_EQ(operationsOf(*button)[5], nameAt(28.0, 14.0)) << "not above the face";
 
     const Ref<ZuToolButton> empty = make<ZuToolButton>()->initWithFrame(NSMakeRect(0.0, 0.0, 200.0, 60.0));
     empty->setToolTip(text("People"));
+    empty->setAlternateTitle(text("3")); // of no badge
     empty->setColor_border_normal(nullptr);
     EXPECT_EQ(operationsOf(*empty),
               (Operations{"strokeRect {{0, 0}, {200, 60}} width 1", descriptionAt(22.0, 30.0, 175.0, kGrey)}))

@@ -29,6 +29,10 @@ TEST(NSStringDrawingTest, MeasuresByTheFontsOwnMetrics)
     EXPECT_NEAR(sizeOf("A", "Arial", 12.5).width, 1366.0 / kUnits * 12.5, 2.0 * kRounding)
         << "fractions count";
     EXPECT_EQ(sizeOf("A"), text("A")->sizeWithAttributes({})) << "Arial 12 is what text is set in";
+    EXPECT_EQ(sizeOf("A"), sizeOf("A", "Arial", std::numeric_limits<double>::quiet_NaN()));
+    EXPECT_EQ(sizeOf("A"), sizeOf("A", "Arial", 0.0));
+    EXPECT_GT(sizeOf("A", "Arial", 1e300).width, 0.0);
+    EXPECT_GT(sizeOf("A", "No Such Family").width, 0.0);
 }
 
 TEST(NSStringDrawingTest, CountsLines)
@@ -39,17 +43,6 @@ TEST(NSStringDrawingTest, CountsLines)
     EXPECT_EQ(sizeOf("A\n").height, 2.0 * line) << "a line end at the end begins a line";
     EXPECT_EQ(sizeOf("AA\niii").width, sizeOf("AA").width);
     EXPECT_EQ(sizeOf(std::string(20'000, 'A').c_str()).height, line) << "measuring does not wrap";
-}
-
-TEST(NSFontTest, IsNeverMissing)
-{
-    for (const double size : {0.0, -3.0, std::numeric_limits<double>::quiet_NaN()}) {
-        EXPECT_EQ(NSFont::fontWithName_size("Arial", size)->pointSize(), NSFont::kDefaultSize);
-    }
-    EXPECT_EQ(NSFont::fontWithName_size("No Such Family Bold", 14.0)->fontName()->UTF8String(),
-              "No Such Family Bold");
-    EXPECT_GT(sizeOf("A", "No Such Family Bold").width, 0.0);
-    EXPECT_GT(sizeOf("A", "Arial", 1e300).width, 0.0);
 }
 
 } // namespace
