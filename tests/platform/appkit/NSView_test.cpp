@@ -4,7 +4,6 @@
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSTrackingArea.h"
 #include "platform/appkit/NSWindow.h"
-#include "platform/foundation/NSString.h"
 #include "platform/foundation/Weak.h"
 #include "support/Drawing.h"
 
@@ -97,36 +96,26 @@ TEST(NSViewTest, PlacesWidgetsFromTheRightEdge)
     parent->setFrame(NSMakeRect(0.0, 0.0, 100.0, 120.0));
     EXPECT_EQ(child->widget()->geometry(), QRect(10, 105, 20, 10)) << "the distance from the bottom stays";
 
-    const Ref<TestView> flipped = view(true, 0.0, 0.0, 100.0, 80.0);
-    flipped->widget();
-    flipped->addSubview(child);
-    EXPECT_TRUE(parent->subviews().empty());
-    EXPECT_EQ(child->widget()->geometry(), QRect(10, 5, 20, 10));
-    EXPECT_EQ(child->frame(), NSMakeRect(10.0, 5.4, 20.3, 10.0)) << "frames are not rounded";
-    child->setFrame(NSMakeRect(0.0, 0.0, -5.0, std::numeric_limits<double>::quiet_NaN()));
-    EXPECT_EQ(child->bounds(), NSZeroRect);
-}
-
-TEST(NSViewTest, OwnsItsSubviewsButNotTheirWidgets)
-{
-    Ref<TestView> parent = view(true, 7.0, 8.0, 40.5, 30.0);
-    const Ref<TestView> child = view(true, 0.0, 0.0, 10.0, 10.0);
-    parent->addSubview(child);
+    Ref<TestView> flipped = view(true, 7.0, 8.0, 40.5, 30.0);
     {
         QWidget host;
-        parent->widget()->setParent(&host);
-        parent->widget()->setGeometry(50, 70, 150, 90);
+        flipped->widget()->setParent(&host);
+        flipped->addSubview(child);
+        EXPECT_TRUE(parent->subviews().empty());
+        flipped->widget()->setGeometry(50, 70, 150, 90);
         host.show();
         NSApplication::sharedApplication()->handlePendingEvents();
-        EXPECT_EQ(parent->widget()->geometry(), QRect(50, 70, 150, 90)) << "where the host puts it";
-        EXPECT_EQ(parent->frame(), NSMakeRect(7.0, 8.0, 150.0, 90.0));
+        EXPECT_EQ(flipped->widget()->geometry(), QRect(50, 70, 150, 90)) << "where the host puts it";
+        EXPECT_EQ(flipped->frame(), NSMakeRect(7.0, 8.0, 150.0, 90.0));
     }
-    child->setFrame(NSMakeRect(1.0, 2.0, 3.0, 4.0));
-    EXPECT_EQ(child->widget()->parentWidget(), parent->widget()) << "a new one";
-    EXPECT_EQ(child->widget()->geometry(), QRect(1, 2, 3, 4));
-    parent = nullptr;
+    EXPECT_EQ(child->widget()->parentWidget(), flipped->widget()) << "a new one";
+    EXPECT_EQ(child->widget()->geometry(), QRect(10, 5, 20, 10));
+    EXPECT_EQ(child->frame(), NSMakeRect(10.0, 5.4, 20.3, 10.0)) << "frames are not rounded";
+    flipped = nullptr;
     EXPECT_EQ(child->superview(), nullptr);
     EXPECT_EQ(child->widget()->parentWidget(), nullptr);
+    child->setFrame(NSMakeRect(0.0, 0.0, -5.0, std::numeric_limits<double>::quiet_NaN()));
+    EXPECT_EQ(child->bounds(), NSZeroRect);
 }
 
 TEST(NSViewTest, RedrawsWhatWasAskedForAndElseItsWholeFace)

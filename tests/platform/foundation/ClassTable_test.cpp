@@ -12,13 +12,10 @@
 namespace
 {
 
-TEST(ClassTableTest, CallsMethodsBySelector)
+TEST(ClassTableTest, ReportsAMethodThatIsMissing)
 {
-    const Ref<ActionTarget> target = make<ActionTarget>();
-    EXPECT_TRUE(target->performSelector_withObject(SEL{"pushed:"}, target.get()));
-    EXPECT_EQ(target->senders, (std::vector<NSObject*>{target.get()}));
     testing::internal::CaptureStderr();
-    EXPECT_FALSE(target->performSelector_withObject(SEL{"pushed"}, nullptr));
+    EXPECT_FALSE(make<ActionTarget>()->performSelector_withObject(SEL{"pushed"}, nullptr));
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "performSelector: ActionTarget does not respond to \"pushed\"\n");
 }

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <functional>
 #include <thread>
+#include <vector>
 
 namespace
 {
@@ -54,13 +54,11 @@ TEST(NSObjectTest, IsCountedFromManyThreads)
     std::atomic<int> deaths = 0;
     for (int round = 0; round < 200; ++round) {
         Ref<Watched> object = make<Watched>([&](Watched&) { ++deaths; });
-        const Weak<Watched> weak(object);
-        std::array<std::thread, 4> threads;
-        for (std::thread& thread : threads) {
-            thread = std::thread([mine = object, weak]() mutable {
+        std::vector<std::jthread> threads;
+        for (int thread = 0; thread < 4; ++thread) {
+            threads.emplace_back([mine = object, weak = Weak<Watched>(object)]() mutable {
                 for (int j = 0; j < 50; ++j) {
-                    Ref<Watched> shared;
-                    shared = mine;
+                    const Ref<Watched> shared = mine;
                     EXPECT_EQ(weak.get(), shared);
                 }
                 mine = nullptr;
@@ -69,9 +67,6 @@ TEST(NSObjectTest, IsCountedFromManyThreads)
             });
         }
         object = nullptr;
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
     }
     EXPECT_EQ(deaths, 200);
 }

@@ -41,7 +41,7 @@ TEST(PropertyTest, IsReadWholeWhileAnotherThreadWrites)
 {
     const Ref<ZuToolButton> button = make<ZuToolButton>();
     constexpr int kRounds = 20'000;
-    std::thread writer([&] {
+    const std::jthread writer([&] {
         for (int i = 0; i < kRounds; ++i) {
             button->setColor_border(NSColor::colorWithCalibratedWhite_alpha(i % 256 / 255.0, 1.0));
             button->setStr_url(NSString::stringWithUTF8String("text"));
@@ -58,7 +58,6 @@ TEST(PropertyTest, IsReadWholeWhileAnotherThreadWrites)
         EXPECT_LT(button->offset(), kRounds);
         button->setColor_border(nullptr);
     }
-    writer.join();
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "platform/graphics/NSGraphicsContext.h"
 
-#include "platform/appkit/NSView.h"
 #include "platform/foundation/NSAttributes.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"

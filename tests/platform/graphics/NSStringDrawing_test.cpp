@@ -1,5 +1,4 @@
 #include "platform/foundation/NSAttributes.h"
-#include "platform/foundation/NSString.h"
 #include "platform/graphics/NSFont.h"
 #include "support/Drawing.h"
 
