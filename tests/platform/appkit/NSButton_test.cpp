@@ -28,6 +28,8 @@ TEST(NSButtonTest, SendsItsActionOnAReleaseInside)
     EXPECT_EQ(target->senders, (std::vector<NSObject*>{button.get()}));
     send(&NSButton::mouseUp, 5.0); // without a press
     send(&NSButton::mouseDown, 5.0);
+    send(&NSButton::mouseUp, 80.0);
+    send(&NSButton::mouseDown, 5.0);
     button->setEnabled(false);
     send(&NSButton::mouseUp, 5.0);
     EXPECT_FALSE(send(&NSButton::mouseDown, 5.0));

@@ -28,12 +28,10 @@ TEST(NSObjectTest, DiesWithItsLastReferenceAndMayReferToItselfMeanwhile)
     for (const bool knownBefore : {true, false}) {
         int deaths = 0;
         Weak<Watched> before;
-        Weak<Watched> during;
         Ref<Watched> first = make<Watched>([&](Watched& self) {
             ++deaths;
             const Ref<Watched> again(&self); // as when it is looked up in a list that still has it
-            during = &self;
-            EXPECT_EQ(before.get(), nullptr);
+            EXPECT_EQ(Weak<Watched>(&self).get(), nullptr);
         });
         if (knownBefore) {
             before = first;
@@ -45,7 +43,7 @@ TEST(NSObjectTest, DiesWithItsLastReferenceAndMayReferToItselfMeanwhile)
         EXPECT_EQ(deaths, 0);
         third = nullptr;
         EXPECT_EQ(deaths, 1);
-        EXPECT_EQ(during.get(), nullptr);
+        EXPECT_EQ(before.get(), nullptr);
     }
 }
 
