@@ -277,7 +277,7 @@ void PhoneManager::openWindow()
 {
     const std::string title = _settings->HasMember("title") ? _settings->GetString("title") : "Phone Manager";
     _window = make<NSWindow>()->initWithContentRect_styleMask(
-        {{160.0, 200.0}, kWindowSize},
+        {{160.0, 120.0}, kWindowSize},
         NSWindowStyleMaskTitled | NSWindowStyleMaskClosable | NSWindowStyleMaskMiniaturizable);
     _window->setTitle(text(localised(title)));
     _window->setContentView(_page);
