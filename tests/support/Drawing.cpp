@@ -52,6 +52,11 @@ Ref<NSString> text(const char* utf8)
     return NSString::stringWithUTF8String(utf8);
 }
 
+std::string utf8(const Ref<NSString>& string)
+{
+    return string ? string->UTF8String() : "null";
+}
+
 Ref<NSImage> blankImage(const char* name, double width, double height)
 {
     Ref<NSImage> image = make<NSImage>()->initWithSize({width, height});

@@ -40,6 +40,8 @@ std::string pixel(const NSImage& image, int x, int y);
 QRect inkOf(const QImage& picture);
 
 Ref<NSString> text(const char* utf8);
+/// "null" for null.
+std::string utf8(const Ref<NSString>& string);
 
 /// An image of the given size that shows nothing, with a name for the record.
 Ref<NSImage> blankImage(const char* name, double width, double height);

@@ -1,13 +1,12 @@
 #include "util/FileUtil.h"
 
-#include "platform/foundation/NSString.h"
 #include "support/Drawing.h"
 #include "support/EnvironmentVariable.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -21,23 +20,21 @@ namespace
 
 namespace fs = std::filesystem;
 
-std::string utf8(const Ref<NSString>& string)
-{
-    return string ? string->UTF8String() : "null";
-}
-
 /// A working folder, to which paths are relative.
 class FileUtilTest : public testing::Test
 {
 protected:
     FileUtilTest() { fs::current_path(folder.path()); }
-    ~FileUtilTest() override { fs::current_path("/"); }
-
-    std::string charset(const std::string& html)
+    ~FileUtilTest() override
     {
-        folder.write("page.html", html);
-        return utf8(FileUtil::getHtmlCharset(text("page.html").get()));
+        for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
+            std::error_code ignored; // of links
+            fs::permissions(entry, fs::perms::owner_all, ignored);
+        }
+        fs::current_path("/");
     }
+
+    static std::string charset(const char* file) { return utf8(FileUtil::getHtmlCharset(text(file).get())); }
 
     /// Whether `check` holds in a process without the rights of the administrator.
     static bool holdsForAUser(const std::function<bool()>& check)
@@ -61,17 +58,11 @@ constexpr const char* kOddNames[] = {"a\\b?c%d*e|f\"g<h>i:j",       " x ", "..."
 
 TEST_F(FileUtilTest, FormatsSizesInTheLargestUnit)
 {
-    for (const auto& [bytes, size] :
-         std::initializer_list<std::pair<std::uint64_t, const char*>>{{0, "0.0 B"},
-                                                                      {1023, "1023.0 B"},
-                                                                      {1024, "1.0 KB"},
-                                                                      {1536, "1.5 KB"},
-                                                                      {1048575, "1024.0 KB"},
-                                                                      {1048576, "1.00 MB"},
-                                                                      {1073741823, "1024.00 MB"},
-                                                                      {1073741824, "1.00 GB"},
-                                                                      {2048ULL << 30, "2048.00 GB"},
-                                                                      {UINT64_MAX, "17179869184.00 GB"}}) {
+    using Case = std::pair<std::uint64_t, const char*>;
+    constexpr Case kCases[] = {
+        {0, "0.0 B"},         {1023, "1023.0 B"},   {1024, "1.0 KB"},          {1048575, "1024.0 KB"},
+        {1048576, "1.00 MB"}, {1 << 30, "1.00 GB"}, {1ULL << 41, "2048.00 GB"}};
+    for (const auto& [bytes, size] : kCases) {
         EXPECT_EQ(utf8(FileUtil::QxGetFormatSizeFromBytes(bytes)), size);
     }
 }
@@ -79,68 +70,44 @@ TEST_F(FileUtilTest, FormatsSizesInTheLargestUnit)
 TEST_F(FileUtilTest, FindsTheCharacterSetOfAPage)
 {
     using namespace std::string_literals;
-    for (const auto& [html, expected] : std::initializer_list<std::pair<std::string, const char*>>{
-             {"<meta content=\"text/html; charset=big5\">", "big5"},
-             {"<META CONTENT='text/html; CHARSET = \t Shift_JIS \t\">", "Shift_JIS"},
-             {"<meta charset=\"utf-16\">", ""},
-             {"ccharset x=y\"", "y"},
-             {"charsecharset=a b\" charset=c\"", "a b"},
-             {"charset=\xE9\xA0\"", "\u00e9\u00a0"},
-             {"\0char\0 charset=x\""s, "x"},
-             {"=\" charset", "UTF-8"},
-             {"charset \"", "UTF-8"},
-             {"charset=big5", "UTF-8"},
-             {"charset=" + std::string(FileUtil::kLongestCharset + 1, 'x') + '"', "UTF-8"},
-             {"", "UTF-8"}}) {
-        EXPECT_EQ(charset(html).c_str(), std::string(expected)) << html.substr(0, 60);
-    }
-    // Across every boundary of the parts in which the file may be read.
-    const std::string declaration = "charset=big5\"";
-    for (std::size_t start = 65536 - declaration.size(); start <= 65536; ++start) {
-        EXPECT_EQ(charset(std::string(start, 'c') + declaration), "big5");
+    const std::pair<std::string, const char*> cases[] = {
+        {"<META CONTENT='text/html; CHARSET = \t Shift_JIS \t\">", "Shift_JIS"},
+        {"<meta charset=\"utf-16\">", ""},
+        {"charsecharset x=a b\" charset=c\"", "a b"},
+        {"\0charset=\xE9\xA0\""s, "\u00e9\u00a0"},
+        {"charset=big5", "UTF-8"},
+        {"charset=" + std::string(FileUtil::kLongestCharset + 1, 'x') + '"', "UTF-8"}};
+    for (const auto& [html, expected] : cases) {
+        folder.write("page.html", html);
+        EXPECT_EQ(charset("page.html"), expected) << html.substr(0, 60);
     }
     ASSERT_EQ(mkfifo("pipe", 0600), 0);
-    for (const char* none : {"pipe", ".", "/no/such", ""}) {
-        EXPECT_EQ(utf8(FileUtil::getHtmlCharset(text(none).get())), "UTF-8");
+    for (const char* none : {"pipe", "/no/such", static_cast<const char*>(nullptr)}) {
+        EXPECT_EQ(charset(none), "UTF-8");
     }
-    EXPECT_EQ(utf8(FileUtil::getHtmlCharset(nullptr)), "UTF-8");
+    // Across the boundary of the parts in which the file may be read, and in little memory.
+    std::ofstream("large.html").seekp((50 << 20) - 6) << "charset=big5\"";
+    std::array<rusage, 2> usage{};
+    getrusage(RUSAGE_SELF, &usage[0]);
+    EXPECT_EQ(charset("large.html"), "big5");
+    getrusage(RUSAGE_SELF, &usage[1]);
+    EXPECT_LT(usage[1].ru_maxrss - usage[0].ru_maxrss, 10 * 1024) << "kilobytes";
 }
 
-TEST_F(FileUtilTest, ReadsLargePagesInLittleMemory)
+TEST_F(FileUtilTest, FindsFreeNames)
 {
-    std::ofstream("page.html").seekp(50 << 20) << "charset=big5\"";
-    const auto peak = [] {
-        rusage usage{};
-        getrusage(RUSAGE_SELF, &usage);
-        return usage.ru_maxrss;
-    };
-    const long before = peak();
-    EXPECT_EQ(utf8(FileUtil::getHtmlCharset(text("page.html").get())), "big5");
-    EXPECT_LT(peak() - before, 10 * 1024) << "kilobytes";
-}
-
-TEST_F(FileUtilTest, FindsFreeNamesForFolders)
-{
-    for (const char* name : {"photos", "photos(1)", "photos(2)", "a(b)", "a(", "p.q", "d/photos"}) {
+    for (const char* name : {"photos", "photos(1)", "a(bc)(d)", "d.d/photos", "x(2).pdf"}) {
         fs::create_directories(name);
     }
-    folder.write("photos(3)", "a file is no folder");
-    const std::string here = folder.path().string();
-    for (const auto& [path, expected] :
-         std::initializer_list<std::pair<std::string, std::string>>{{"photos", "photos(3)"},
-                                                                    {here + "/photos", here + "/photos(3)"},
-                                                                    {here + "//photos", here + "/photos(3)"},
-                                                                    {"d/photos", "d/photos(1)"},
-                                                                    {"d/photos/", "d/photos/(1)"},
-                                                                    {"a(b)", "a(1)"},
-                                                                    {"a(", "a(1)"},
-                                                                    {"p.q", "p.q(1)"},
-                                                                    {"photos(3)", "photos(3)"},
-                                                                    {"none", "none"},
-                                                                    {"/", "/(1)"},
-                                                                    {"/tmp", "/tmp(1)"},
-                                                                    {"", ""}}) {
-        EXPECT_EQ(utf8(FileUtil::getDirNewName(text(path.c_str()).get())), expected) << path;
+    for (const char* file : {"photos(2)", "x.pdf", "x(1).pdf", "d"}) {
+        folder.write(file, "");
+    }
+    using Paths = std::pair<const char*, const char*>;
+    constexpr Paths kFolders[] = {
+        {"/", "/(1)"},           {"d.d//photos", "d.d/photos(1)"}, {"d.d/photos/", "d.d/photos/(1)"},
+        {"photos", "photos(2)"}, {"photos(2)", "photos(2)"},       {"a(bc)(d)", "a(bc)(1)"}};
+    for (const auto& [path, expected] : kFolders) { // a file is no folder
+        EXPECT_EQ(utf8(FileUtil::getDirNewName(text(path).get())), expected);
     }
     for (const char* name : kOddNames) {
         EXPECT_EQ(utf8(FileUtil::getDirNewName(text(name).get())), name);
@@ -150,62 +117,40 @@ TEST_F(FileUtilTest, FindsFreeNamesForFolders)
     const Ref<NSString> withNul = NSString::stringWithCharacters(std::u16string_view(u"photos\0", 7));
     EXPECT_EQ(FileUtil::getDirNewName(withNul.get()), withNul);
     EXPECT_EQ(FileUtil::getDirNewName(nullptr), nullptr);
-}
 
-TEST_F(FileUtilTest, FindsFreeNamesForFiles)
-{
-    folder.write("report.txt", "");
-    folder.write("x.pdf", "");
-    folder.write("x(1).pdf", "");
-    fs::create_directory("x(2).pdf");
-    fs::create_directories("a.b");
-    folder.write("a", "");
-    for (const auto& [path, tail, expected] : std::initializer_list<std::array<const char*, 3>>{
-             {"report.txt", ".pdf", "report.pdf"},
-             {"report.txt", ".txt", "report(1).txt"},
-             {"./x.old.txt", ".pdf", "./x.old.pdf"},
-             {"x.txt", ".pdf", "x(3).pdf"},
-             {"a", "", "a(1)"},
-             {"a.b/report", "", "a(1)"}, // the cut is at the last full stop of the path
-             {"new", ".txt", "new.txt"},
-             {".", "", ""}}) {
+    using Names = std::array<const char*, 3>;
+    constexpr Names kFiles[] = {
+        {"x.txt", ".txt", "x.txt"},
+        {"x.txt", ".pdf", "x(3).pdf"},
+        {"./y.old.txt", ".pdf", "./y.old.pdf"},
+        {"d.d/report", nullptr, "d(1)"}, // the cut is at the last full stop of the path
+        {nullptr, "x", "null"}};
+    for (const auto& [path, tail, expected] : kFiles) {
         EXPECT_EQ(utf8(FileUtil::getFilePathNewName_withPosfix(text(path).get(), text(tail).get())),
                   expected);
     }
-    for (const char* name : kOddNames) {
-        const std::string stem = fs::path(name).string().substr(0, std::string(name).rfind('.'));
-        folder.write(stem + "!", "");
-        EXPECT_EQ(utf8(FileUtil::getFilePathNewName_withPosfix(text(name).get(), text("!").get())),
-                  stem + "(1)!");
-    }
-    EXPECT_EQ(utf8(FileUtil::getFilePathNewName_withPosfix(text("a.x").get(), nullptr)), "a(1)");
-    EXPECT_EQ(FileUtil::getFilePathNewName_withPosfix(nullptr, text("x").get()), nullptr);
 }
 
 TEST_F(FileUtilTest, MakesFoldersAndMeasuresFiles)
 {
     folder.write("file", "12345");
     fs::create_symlink("nowhere", "dangling");
-    fs::create_symlink("file", "link");
     ASSERT_EQ(mkfifo("pipe", 0600), 0);
     const auto size = [](const char* path) { return FileUtil::getFileSize(path); };
-    EXPECT_TRUE(FileUtil::Mkdir("a/b/c") && FileUtil::Mkdir("a/b/c") && fs::is_directory("a/b/c"));
-    EXPECT_TRUE(FileUtil::Mkdir("d/e/") && fs::is_directory("d/e"));
-    EXPECT_TRUE(FileUtil::Mkdir("file"));
-    EXPECT_TRUE(FileUtil::isFileExist("file") && FileUtil::isFileExist("a") && FileUtil::isFileExist("pipe"));
+    EXPECT_TRUE(FileUtil::Mkdir("a/b/c/") && fs::is_directory("a/b/c"));
+    EXPECT_TRUE(FileUtil::Mkdir("file") && FileUtil::isFileExist("a") && FileUtil::isFileExist("pipe"));
     EXPECT_EQ(size("file"), 5);
-    EXPECT_EQ(size("link"), 5);
     fs::resize_file("file", std::uintmax_t{5} << 32); // takes no room
     EXPECT_EQ(size("file"), std::int64_t{5} << 32);
     EXPECT_TRUE(size("a") == 0 && size("pipe") == 0);
     const std::string tooLong(5000, 'x');
-    for (const char* none : {"", "dangling", "file/x", tooLong.c_str(), static_cast<const char*>(nullptr)}) {
+    for (const char* none : {"dangling", tooLong.c_str(), static_cast<const char*>(nullptr)}) {
         EXPECT_FALSE(FileUtil::Mkdir(none));
         EXPECT_FALSE(FileUtil::isFileExist(none));
         EXPECT_EQ(size(none), 0);
     }
-    fs::permissions(folder.path(), fs::perms::owner_all | fs::perms::others_exec | fs::perms::others_read);
     fs::permissions("file", fs::perms::owner_all);
+    fs::permissions(folder.path(), fs::perms::owner_all | fs::perms::others_exec);
     if (geteuid() == 0) {
         EXPECT_TRUE(holdsForAUser([&] {
             return !FileUtil::Mkdir("new/folder") && size("file") == 0 && !FileUtil::Cp_To("a", "new") &&
@@ -214,8 +159,9 @@ TEST_F(FileUtilTest, MakesFoldersAndMeasuresFiles)
     }
 }
 
-TEST_F(FileUtilTest, CopiesFoldersWholeAndKeepsWhatBelongsToFiles)
+TEST_F(FileUtilTest, CopiesWholeFoldersOrNothing)
 {
+    using fs::perms;
     fs::create_directories("from/locked/empty");
     folder.write("from/run", "code");
     for (const char* name : kOddNames) {
@@ -223,84 +169,46 @@ TEST_F(FileUtilTest, CopiesFoldersWholeAndKeepsWhatBelongsToFiles)
     }
     fs::create_symlink("../nowhere", "from/link");
     const auto time = fs::last_write_time("from") - std::chrono::hours(1000);
-    using fs::perms;
     fs::permissions("from/run", perms::owner_read | perms::owner_exec | perms::others_exec);
     fs::permissions("from/locked", perms::owner_read | perms::owner_exec);
+    fs::permissions(folder.path(), perms::all);
     for (const char* path : {"from/run", "from/locked", "from"}) {
         fs::last_write_time(path, time);
     }
-    fs::permissions(folder.path(), perms::all);
-    if (geteuid() == 0) {
-        for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
-            ASSERT_EQ(lchown(entry.path().c_str(), 65534, 65534), 0);
-        }
+    for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
+        ASSERT_TRUE(geteuid() != 0 || lchown(entry.path().c_str(), 65534, 65534) == 0);
     }
     EXPECT_TRUE(holdsForAUser([] { return FileUtil::Cp_To("from/", "to/"); }));
-    for (const char* path : {"", "/run", "/locked", "/locked/empty"}) {
-        const std::string from = std::string("from") + path;
-        const std::string to = std::string("to") + path;
-        EXPECT_EQ(fs::status(from).permissions(), fs::status(to).permissions()) << path;
-        EXPECT_EQ(fs::last_write_time(from), fs::last_write_time(to)) << path;
+    for (const std::string path : {"", "/run", "/locked", "/locked/empty"}) {
+        EXPECT_EQ(fs::status("from" + path).permissions(), fs::status("to" + path).permissions()) << path;
+        EXPECT_EQ(fs::last_write_time("from" + path), fs::last_write_time("to" + path)) << path;
     }
-    EXPECT_EQ(folder.read("to/run"), "code");
     for (const char* name : kOddNames) {
         EXPECT_EQ(folder.read(std::string("to/locked/") + name), name);
     }
-    EXPECT_EQ(fs::read_symlink("to/link"), "../nowhere");
-    EXPECT_TRUE(FileUtil::Cp_To("from/link", "copied"));
-    EXPECT_TRUE(FileUtil::Cp_To("from/run", "single"));
+    EXPECT_TRUE(FileUtil::Cp_To("to/link", "copied") && FileUtil::Cp_To("to/run", "single"));
     EXPECT_EQ(fs::read_symlink("copied"), "../nowhere");
     EXPECT_EQ(folder.read("single"), "code");
-    for (const char* path : {"from/locked", "to/locked"}) {
-        fs::permissions(path, perms::owner_all);
-    }
-}
 
-TEST_F(FileUtilTest, LeavesNothingBehindWhenACopyFails)
-{
-    fs::create_directories("from/a");
-    fs::create_directories("full");
-    folder.write("from/a/file", "x");
-    folder.write("file", "x");
-    fs::create_symlink("nowhere", "dangling");
     fs::create_directory_symlink("from", "alias");
-    const auto time = fs::last_write_time("from");
-    for (const auto& [from, to] :
-         std::initializer_list<std::pair<const char*, const char*>>{{"from", "full"},
-                                                                    {"from", "dangling"},
-                                                                    {"from", "file"},
-                                                                    {"file", "full"},
-                                                                    {"from", "from/copy"},
-                                                                    {"from", "from/a/copy"},
-                                                                    {"from", "alias/copy"},
-                                                                    {"from", "from"},
-                                                                    {"from", "none/copy"},
-                                                                    {"from", "file/copy"},
-                                                                    {"none", "copy"},
-                                                                    {"", "copy"},
-                                                                    {"file", ""},
-                                                                    {nullptr, "copy"},
-                                                                    {"file", nullptr},
-                                                                    {"from", "."}}) {
-        EXPECT_FALSE(FileUtil::Cp_To(from, to))
-            << (from == nullptr ? "null" : from) << " " << (to == nullptr ? "null" : to);
+    using Paths = std::pair<const char*, const char*>;
+    constexpr Paths kFailing[] = {
+        {"from", "to"},         {"from", "to/link"}, {"from", "from/copy"}, {"from", "from/locked/copy"},
+        {"from", "alias/copy"}, {"none", "copy"},    {nullptr, "copy"},     {"from", nullptr}};
+    for (const auto& [source, destination] : kFailing) {
+        EXPECT_FALSE(FileUtil::Cp_To(source, destination)) << source << " " << destination;
     }
     EXPECT_EQ(fs::last_write_time("from"), time) << "no copy was begun in the folder itself";
     EXPECT_TRUE(FileUtil::Cp_To("from", "fromage")) << "its name only begins the same";
-    ASSERT_EQ(mkfifo("from/pipe", 0600), 0); // which cannot be copied
-    fs::permissions(folder.path(), fs::perms::all);
-    for (const char* locked : {"from/a", "from/b", "from/c", "from/d", "from/e", "from/f"}) {
-        fs::create_directories(std::string(locked) + "/folder");
-        fs::permissions(locked, fs::perms::all & ~(fs::perms::owner_write | fs::perms::others_write));
+    EXPECT_EQ(mkfifo("from/pipe", 0600), 0); // which cannot be copied
+    for (const std::string locked : {"from/a", "from/b", "from/c", "from/d", "from/e", "from/f"}) {
+        fs::create_directories(locked + "/folder");
+        fs::permissions(locked, perms::all & ~(perms::owner_write | perms::others_write));
     }
+    fs::permissions("from/locked", perms::all);
     EXPECT_TRUE(holdsForAUser(
         [] { return !FileUtil::Cp_To("from", "copy") && !FileUtil::Cp_To("from/pipe", "copy"); }));
     EXPECT_FALSE(fs::exists(fs::symlink_status("copy")));
-    EXPECT_TRUE(fs::is_empty("full"));
-    EXPECT_EQ(fs::read_symlink("dangling"), "nowhere");
-    for (const auto& entry : fs::directory_iterator("from")) {
-        fs::permissions(entry, fs::perms::owner_all);
-    }
 }
 
 TEST_F(FileUtilTest, SetsTheTimeOfModification)
@@ -308,32 +216,24 @@ TEST_F(FileUtilTest, SetsTheTimeOfModification)
     const EnvironmentVariable locale("LC_ALL", "C");
     const EnvironmentVariable zone("TZ", "Europe/Berlin");
     folder.write("file", "");
-    fs::create_directory("folder");
-    const auto modified = [](const char* path) {
-        struct stat status {
-        };
-        stat(path, &status);
-        return std::pair(status.st_mtim.tv_sec, status.st_mtim.tv_nsec);
+    const auto modified = [] {
+        const auto time = std::chrono::file_clock::to_sys(fs::last_write_time("file"));
+        return std::chrono::duration<double>(time.time_since_epoch()).count();
     };
-    for (const auto& [dateTime, seconds] :
-         std::initializer_list<std::pair<const char*, long>>{{"2019-03-31 01:59:59", 1553993999},
-                                                             {"2019-03-31 03:00:00", 1553994000},
-                                                             {"2019-10-27 01:59:59", 1572134399},
-                                                             {"2019-10-27 03:00:00", 1572141600},
-                                                             {"1969-12-31 23:00:00", -7200}}) {
-        for (const char* path : {"file", "folder"}) {
-            EXPECT_TRUE(FileUtil::ModifyFileDateTime_withPath(dateTime, path));
-            EXPECT_EQ(modified(path), std::pair(seconds, 0L)) << dateTime;
-        }
-        EXPECT_FALSE(FileUtil::ModifyFileDateTime_withPath(dateTime, "none"));
+    using Moment = std::pair<const char*, double>;
+    constexpr Moment kMoments[] = {{"2019-03-31 01:59:59", 1553993999}, {"2019-03-31 03:00:00", 1553994000},
+                                   {"2019-10-27 01:59:59", 1572134399}, {"2019-10-27 03:00:00", 1572141600},
+                                   {"1969-12-31 23:00:00", -7200},      {"2019-04-03 12:30:45", 1554287445}};
+    for (const auto& [dateTime, seconds] : kMoments) {
+        EXPECT_TRUE(FileUtil::ModifyFileDateTime_withPath(dateTime, "file"));
+        EXPECT_EQ(modified(), seconds) << dateTime;
         EXPECT_FALSE(FileUtil::ModifyFileDateTime_withPath(dateTime, nullptr));
     }
-    for (const char* unreadable : {"", "today", "2019-03-31 02:30:00", static_cast<const char*>(nullptr)}) {
+    for (const char* unreadable : {"today", "2019-03-31 02:30:00", static_cast<const char*>(nullptr)}) {
         EXPECT_TRUE(FileUtil::ModifyFileDateTime_withPath(unreadable, "file"));
         EXPECT_FALSE(FileUtil::ModifyFileDateTime_withPath(unreadable, "none"));
-        EXPECT_FALSE(FileUtil::ModifyFileDateTime_withPath(unreadable, nullptr));
     }
-    EXPECT_EQ(modified("file"), std::pair(-7200L, 0L)) << "unchanged";
+    EXPECT_EQ(modified(), 1554287445) << "unchanged";
 }
 
 TEST_F(FileUtilTest, KnowsWhereTheProgramIs)
