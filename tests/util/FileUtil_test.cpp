@@ -198,7 +198,8 @@ TEST_F(FileUtilTest, CopiesWholeFoldersOrNothing)
     for (const auto& [source, destination] : kFailing) {
         EXPECT_FALSE(FileUtil::Cp_To(source, destination)) << source << " " << destination;
     }
-    EXPECT_EQ(fs::last_write_time("from"), time) << "no copy was begun in the folder itself";
+    EXPECT_TRUE(fs::last_write_time("from") == time && fs::last_write_time("from/locked") == time)
+        << "no copy was begun in the folder itself";
     EXPECT_TRUE(FileUtil::Cp_To("from", "fromage")) << "its name only begins the same";
     EXPECT_EQ(mkfifo("from/pipe", 0600), 0); // which cannot be copied
     for (const std::string locked : {"from/a", "from/b", "from/c", "from/d", "from/e", "from/f"}) {

@@ -154,9 +154,10 @@ TEST(SystemUtilTest, ReadsNumbersByPosition)
     for (const auto& [date, numbers] : kCases) {
         std::memset(&result, 0x55, sizeof result);
         ASSERT_TRUE(SystemUtil::DateTextConvertToTM_withDate(&result, date));
-        const auto& [second, minute, hour, day, month, year, weekday, yearDay, saving, offset, zone] = result;
-        EXPECT_EQ((Numbers{year, month, day, hour, minute, second}), numbers) << date;
-        EXPECT_TRUE(weekday == 0 && yearDay == 0 && saving == 0 && offset == 0 && zone == nullptr);
+        EXPECT_EQ((Numbers{result.tm_year, result.tm_mon, result.tm_mday, result.tm_hour, result.tm_min,
+                           result.tm_sec}),
+                  numbers);
+        EXPECT_TRUE(result.tm_wday == 0 && result.tm_isdst == 0 && result.tm_zone == nullptr);
     }
     result.tm_year = 7;
     EXPECT_FALSE(SystemUtil::DateTextConvertToTM_withDate(&result, "2019-04-03 12:30:4"));

@@ -114,7 +114,6 @@ TEST(UiUtilTest, ColoursTheTitlesOfButtons)
     UiUtil::setButton_fontColor(button.get(), nullptr);
     UiUtil::setButton_fontColor(nullptr, NSColor::grayColor().get());
     EXPECT_EQ(color(), "sRGB(0, 0, 1, 1)");
-    EXPECT_EQ(operationsOf(*button).back().find("drawText \"two\""), 0U);
     EXPECT_NE(operationsOf(*button).back().find("color sRGB(0, 0, 1, 1)"), std::string::npos);
     button->setEnabled(false);
     EXPECT_EQ(operationsOf(*button).back().find("sRGB"), std::string::npos) << "grey while disabled";
@@ -135,8 +134,7 @@ TEST(UiUtilTest, PutsABackgroundBehindViews)
     EXPECT_EQ(operationsOf(*view, NSMakeRect(1.0, 1.0, 2.0, 2.0)),
               (Operations{"save", "fillColor sRGB(0, 0, 1, 1)", "fillRect {{0, 0}, {20, 10}}", "restore"}));
     UiUtil::changeBackgroundColor_withColor(view.get(), nullptr);
-    EXPECT_TRUE(view->wantsLayer());
-    EXPECT_EQ(pixel(*view->imageOfBounds(1.0), 19, 9), "#00000000");
+    EXPECT_TRUE(operationsOf(*view).empty());
     const Ref<CALayer> layer = view->layer();
     view->setWantsLayer(false);
     layer->setBackgroundColor(NSColor::grayColor()); // of no view any more

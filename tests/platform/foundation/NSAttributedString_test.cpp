@@ -48,6 +48,7 @@ TEST(NSAttributedStringTest, KeepsItsRuns)
         string->attributesAtIndex_effectiveRange(index, &range);
         EXPECT_EQ(range, expected);
     }
+    EXPECT_EQ(set(5, 1, grey(0.25)), "2+2:0.5 4+4:0.25 8+2:1 ");
     EXPECT_EQ(set(0, 10, grey(0.0)), "0+10:0 ");
 
     const Ref<NSAttributedString> copy = string->copy();

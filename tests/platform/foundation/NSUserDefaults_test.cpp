@@ -50,8 +50,9 @@ TEST_F(NSUserDefaultsTest, KeepsTextsAndNumbersInAFile)
         }
     }
     set(own, "k/x", "other");
+    set(own, "k\\x", "kept");
     own->removeObjectForKey(text("k").get()); // of which the others are no parts
-    EXPECT_EQ(get(own, "k") + get(own, "k/x"), "nullother");
+    EXPECT_EQ(get(own, "k") + get(own, "k/x") + get(own, "k\\x"), "nullotherkept");
 
     for (const double value : {-1.0, 0.1, 9007199254740993.0, 1e300, -HUGE_VAL}) {
         own->setObject_forKey(NSNumber::numberWithDouble(value).get(), text("number").get());
