@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cmath>
 
 namespace
 {
@@ -82,6 +83,7 @@ TEST(ImageUtilTest, FitsSizesKeepingProportions)
              Case{{3, 3},
                   {10, 7},
                   {3, static_cast<float>(7 / static_cast<double>(static_cast<float>(10.0 / 3.0)))}},
+             Case{{7, 7}, {8, 8}, {7, std::nextafter(7.0F, 0.0F)}}, // of equal factors, the first
              Case{{0, 100}, {10, 10}, {0, 0}},
              Case{{100, 100}, {kInfinity, 10}, {100, 0}},
          }) {
