@@ -2,11 +2,9 @@
 
 #include <QBuffer>
 
+#include <algorithm>
 #include <array>
 #include <utility>
-
-namespace
-{
 
 QByteArray little(unsigned number, int bytes)
 {
@@ -16,8 +14,6 @@ QByteArray little(unsigned number, int bytes)
     }
     return result;
 }
-
-} // namespace
 
 QImage sample(int width, int height, QImage::Format format)
 {
@@ -48,33 +44,51 @@ QByteArray gif(const std::vector<int>& frames)
     return file + '\x3B';
 }
 
-QByteArray tiff(const std::vector<QImage>& pages)
+QByteArray tiff(const std::vector<QImage>& pages, bool isBigEndian, bool isTiled)
 {
-    QByteArray file("II\x2A\0\x08\0\0\0", 8);
+    const auto number = [&](unsigned value, int bytes) {
+        QByteArray result = little(value, bytes);
+        if (isBigEndian) {
+            std::ranges::reverse(result);
+        }
+        return result;
+    };
+    QByteArray file = (isBigEndian ? "MM" : "II") + number(42, 2) + number(8, 4);
     for (std::size_t page = 0; page < pages.size(); ++page) {
         const QImage picture = pages[page].convertToFormat(QImage::Format_RGBA8888);
         constexpr unsigned kTags = 10;
         const auto width = static_cast<unsigned>(picture.width());
         const auto height = static_cast<unsigned>(picture.height());
-        const unsigned bits = static_cast<unsigned>(file.size()) + 2 + kTags * 12 + 4;
+        const unsigned parts = isTiled ? 1 : height;
         const unsigned length = width * height * 4;
-        const std::array<std::array<unsigned, 3>, kTags> tags{{{256, 1, width},
-                                                               {257, 1, height},
-                                                               {258, 4, bits},
-                                                               {259, 1, 1},
-                                                               {262, 1, 2},
-                                                               {273, 1, bits + 8},
-                                                               {277, 1, 4},
-                                                               {278, 1, height},
-                                                               {279, 1, length},
-                                                               {338, 1, 2}}};
-        file += little(kTags, 2);
+        const unsigned bits = static_cast<unsigned>(file.size()) + 2 + kTags * 12 + 4;
+        const unsigned starts = bits + 8;
+        const unsigned pixels = starts + 8 * parts;
+        const std::array<std::array<unsigned, 3>, kTags> tags{
+            {{256, 1, width},
+             {257, 1, height},
+             {258, 4, bits},
+             {isTiled ? 323U : 259U, 1, isTiled ? 16U : 1U},
+             {262, 1, 2},
+             {isTiled ? 324U : 273U, parts, parts == 1 ? pixels : starts},
+             {277, 1, 4},
+             {isTiled ? 322U : 278U, 1, isTiled ? 16U : 1U},
+             {isTiled ? 325U : 279U, parts, parts == 1 ? length : starts + 4 * parts},
+             {338, 1, 2}}};
+        file += number(kTags, 2);
         for (const auto& [tag, count, value] : tags) {
-            const bool isLong = tag == 273 || tag == 279;
-            file += little(tag, 2) + little(isLong ? 4 : 3, 2) + little(count, 4) + little(value, 4);
+            const bool isLong = tag == 273 || tag == 279 || tag == 324 || tag == 325;
+            file += number(tag, 2) + number(isLong ? 4 : 3, 2) + number(count, 4);
+            file += isLong || count > 1 ? number(value, 4) : number(value, 2) + number(0, 2);
         }
-        file += little(page + 1 < pages.size() ? bits + 8 + length : 0, 4);
-        file += little(8, 2) + little(8, 2) + little(8, 2) + little(8, 2);
+        file += number(page + 1 < pages.size() ? pixels + length : 0, 4);
+        file += number(8, 2) + number(8, 2) + number(8, 2) + number(8, 2);
+        for (unsigned part = 0; part < parts; ++part) {
+            file += number(pixels + part * (length / parts), 4);
+        }
+        for (unsigned part = 0; part < parts; ++part) {
+            file += number(length / parts, 4);
+        }
         file += QByteArray(reinterpret_cast<const char*>(picture.constBits()), picture.sizeInBytes());
     }
     return file;

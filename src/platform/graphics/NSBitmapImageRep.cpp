@@ -21,9 +21,20 @@ NSBitmapImageRep::Native::Native(const QImage& image)
 
 NSBitmapImageRep::Native::~Native() = default;
 
+namespace
+{
+
+/// Whether a picture may have 16 bits to the component.
+bool fitsDeep(const QImage& image)
+{
+    return qint64{image.width()} * image.height() <= kMostPictureBytes / qint64{sizeof(NSPixel)};
+}
+
+} // namespace
+
 void NSBitmapImageRep::Native::setPixels(const QImage& image)
 {
-    const bool isDeep = image.pixelFormat().redSize() > 8;
+    const bool isDeep = image.pixelFormat().redSize() > 8 && fitsDeep(image);
     const bool hasAlpha = image.hasAlphaChannel();
     const auto deep = hasAlpha ? QImage::Format_RGBA64 : QImage::Format_RGBX64;
     const auto shallow = hasAlpha ? QImage::Format_ARGB32 : QImage::Format_RGB32;
@@ -65,12 +76,12 @@ std::vector<Ref<NSBitmapImageRep>> decoded(NSData* data, int most)
     const int count = file->isAnimation() ? 1 : std::min(most, file->count());
     qint64 room = kMostPictureBytes;
     for (int i = 0; i < count; ++i) {
-        const QImage picture = file->picture(i, room);
-        if (picture.isNull()) {
+        auto native = std::make_unique<NSBitmapImageRep::Native>(file->picture(i, room));
+        room -= native->pixels.sizeInBytes(); // converted, which may be many times what was read
+        if (native->pixels.isNull() || room < 0) {
             break;
         }
-        room -= picture.sizeInBytes();
-        natives.push_back(std::make_unique<NSBitmapImageRep::Native>(picture));
+        natives.push_back(std::move(native));
     }
     if (file->isAnimation() && !natives.empty()) {
         natives.front()->animation = std::move(file);
@@ -99,10 +110,9 @@ Ref<NSData> NSBitmapImageRep::TIFFRepresentation() const
 {
     // The reader of TIFF multiplies 8-bit colours by alpha; 16-bit ones it leaves alone.
     QImage image = _native->pixels;
-    constexpr qint64 kMostDeepPixels = kMostPictureBytes / qint64{sizeof(NSPixel)};
     if (image.hasAlphaChannel()) {
-        const bool fits = qint64{image.width()} * image.height() <= kMostDeepPixels;
-        image = std::move(image).convertToFormat(fits ? QImage::Format_RGBA64 : QImage::Format_ARGB32);
+        image =
+            std::move(image).convertToFormat(fitsDeep(image) ? QImage::Format_RGBA64 : QImage::Format_ARGB32);
     }
     QByteArray bytes;
     QBuffer buffer(&bytes);

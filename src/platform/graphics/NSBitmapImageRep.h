@@ -27,22 +27,23 @@ struct NSPixel {
 
 /// A picture of pixels. Its components keep the values that they were read with, save in TIFF files with
 /// 8 bits to the component and alpha: those come multiplied by alpha from the system's reader, so that
-/// the colours of translucent pixels are rounded (255 stays 255).
+/// the colours of translucent pixels are rounded (255 stays 255). Of 16 bits to the component, 8 are kept
+/// in a picture of more than 64 Mi pixels.
 class TESSALINE_EXPORT NSBitmapImageRep final : public NSImageRep
 {
 public:
     /// Decodes the first picture of a file in one of the formats PNG, JPEG, GIF, TIFF, BMP, ICO, CUR and
-    /// WebP. Its size in points is its size in pixels. Null if the bytes are no whole picture or it
-    /// would take more than 128 MiB decoded. An animation keeps the data and decodes a frame when it is
-    /// set.
+    /// WebP; BigTIFF is not known. Its size in points is its size in pixels. Null if the bytes are no
+    /// whole file, save that of ICO and CUR the picture itself has to be whole, or if it would take more
+    /// than 512 MiB decoded. An animation keeps the data and decodes a frame when it is set.
     static Ref<NSBitmapImageRep> imageRepWithData(NSData* data);
 
     /// All pictures of a file (the pages of TIFF, the sizes of ICO and CUR): those before the first
-    /// that cannot be decoded, at most 256, and as many as take 128 MiB together. Empty if there are none.
+    /// that cannot be decoded, at most 256, and as many as take 512 MiB together. Empty if there are none.
     static std::vector<Ref<NSImageRep>> imageRepsWithData(NSData* data);
 
     /// The shown pixels as a TIFF file. Null if the system has no writer of TIFF. It restores every
-    /// component, unless the picture has alpha and more than 16 Mi pixels: then as with files of 8 bits.
+    /// component, unless the picture has alpha and more than 64 Mi pixels: then as with files of 8 bits.
     Ref<NSData> TIFFRepresentation() const;
 
     /// Null for a property that the bitmap does not have.

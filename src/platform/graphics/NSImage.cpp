@@ -39,12 +39,11 @@ double pixelsPerPoint()
 QImage canvasOf(NSSize size)
 {
     constexpr double kMostPixelsInADirection = 16384.0;
-    constexpr double kBytesPerPixel = 4.0;
+    constexpr double kMostPixels = 32.0 * 1024.0 * 1024.0;
     const double width = std::round(size.width * pixelsPerPoint());
     const double height = std::round(size.height * pixelsPerPoint());
     if (!(width >= 1.0 && height >= 1.0 && width <= kMostPixelsInADirection &&
-          height <= kMostPixelsInADirection &&
-          width * height * kBytesPerPixel <= static_cast<double>(kMostPictureBytes))) {
+          height <= kMostPixelsInADirection && width * height <= kMostPixels)) {
         return {};
     }
     QImage canvas(static_cast<int>(width), static_cast<int>(height), QImage::Format_ARGB32_Premultiplied);

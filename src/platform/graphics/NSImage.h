@@ -29,9 +29,9 @@ public:
     NSImage* initWithSize(NSSize size);
 
     /// Decodes a picture file, with all pictures that are in it as `NSBitmapImageRep` does. The size in
-    /// points is the first one's size in pixels, or half of that if the file's base name ends in "@2x".
-    /// Null if it cannot be read, is no whole picture, or would take more than 128 MiB decoded or 512 MiB
-    /// as it is.
+    /// points is the first one's size in pixels, whatever resolution the file tells, or half of that if
+    /// the file's base name ends in "@2x". Null if it cannot be read, is no whole picture, or would take
+    /// more than 512 MiB, decoded or as it is.
     NSImage* initWithContentsOfFile(NSString* path);
 
     /// Decodes the bytes of a picture file; null under the same conditions.

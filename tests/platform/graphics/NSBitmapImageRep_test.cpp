@@ -51,13 +51,145 @@ TEST(NSBitmapImageRepTest, DecodesWholeFilesExactly)
             }
         }
     }
-    QByteArray progressive;
-    QBuffer buffer(&progressive);
+    EXPECT_NE(decoded(encoded(sample(40, 30), "webp")), nullptr);
+}
+
+QByteArray progressiveJpeg()
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
     QImageWriter writer(&buffer, "jpeg");
     writer.setProgressiveScanWrite(true);
     writer.write(sample(40, 30));
-    EXPECT_NE(decoded(progressive), nullptr);
-    EXPECT_NE(decoded(encoded(sample(40, 30), "webp")), nullptr);
+    return bytes;
+}
+
+/// An icon file with the same PNG file several times.
+QByteArray icon(const QByteArray& png, unsigned count)
+{
+    QByteArray file = QByteArray("\0\0\1\0", 4) + little(count, 2);
+    for (unsigned i = 0; i < count; ++i) {
+        file += QByteArray("\0\0\0\0\1\0\x20\0", 8) + little(static_cast<unsigned>(png.size()), 4) +
+                little(6 + 16 * count, 4);
+    }
+    return file + png;
+}
+
+/// A TIFF file of one page with another directory.
+QByteArray chained(QByteArray tiff, const QByteArray& directory, qsizetype next = 130)
+{
+    return tiff.replace(next, 4, little(static_cast<unsigned>(tiff.size()), 4)) + directory + little(0, 4);
+}
+
+/// The page several times, all with the same pixels.
+QByteArray repeated(QByteArray tiff, int count)
+{
+    const QByteArray directory = tiff.mid(8, 122);
+    qsizetype next = 130;
+    for (; count > 1; --count) {
+        tiff = chained(tiff, directory, next);
+        next = tiff.size() - 4;
+    }
+    return tiff;
+}
+
+TEST(NSBitmapImageRepTest, DecodesTheForksOfItsFormats)
+{
+    const QImage picture = sample(9, 7, QImage::Format_RGB32);
+    const QImage square = sample(16, 16, QImage::Format_RGB32);
+    const QByteArray bmp = encoded(picture, "bmp");
+    const QByteArray jpeg = encoded(picture, "jpeg");
+    const QImage photo = QImage::fromData(jpeg);
+    const QImage line = sample(9, 1, QImage::Format_RGB32);
+    const QByteArray row = tiff({line});
+    QImage red(1, 1, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    QImage flat(4, 2, QImage::Format_Indexed8);
+    flat.setColorTable({qRgb(0, 0, 0), qRgb(0x12, 0x34, 0x56)});
+    flat.fill(1);
+    QByteArray runs = encoded(flat, "bmp");
+    runs.truncate(runs.size() - 8);
+    runs += QByteArray("\4\x11\0\0\4\x11\0\1", 8);
+    runs[30] = 2; // run lengths of four bits
+    const QByteArray unsized = QByteArray(runs).replace(34, 4, QByteArray(4, '\0'));
+    const QByteArray turned("\xFF\xE1\0\x22"
+                            "Exif\0\0II*\0\x08\0\0\0\1\0\x12\1\3\0\1\0\0\0\6\0\0\0\0\0\0\0",
+                            36);
+    struct Case {
+        const char* name;
+        QByteArray file;
+        QImage picture; // null if refused
+    };
+    for (const auto& [name, file, expected] : std::initializer_list<Case>{
+             {"big endian", tiff({picture}, true), picture},
+             {"tile", tiff({square}, false, true), square},
+             {"uncounted strip", QByteArray(row).replace(106, 1, "\x18"), line},
+             {"cut uncounted strip", QByteArray(row).replace(106, 1, "\x18").chopped(1), {}},
+             {"empty directory",
+              chained(row, little(1, 2) + little(256, 2) + little(3, 2) + little(1, 4) + little(9, 4)), line},
+             {"upside down", QByteArray(bmp).replace(22, 4, "\xF9\xFF\xFF\xFF"), picture.mirrored()},
+             {"no last padding", bmp.chopped(1), picture},
+             {"runs", runs, flat},
+             {"cut runs", runs.chopped(1), {}},
+             {"runs of no size", unsized, flat},
+             {"cut runs of no size", unsized.chopped(1), {}},
+             {"turned", QByteArray(jpeg).insert(2, turned), photo.transformed(QTransform().rotate(90))},
+             {"trailing data", jpeg + "\xFF\xD8 and more", photo},
+             {"padding", QByteArray(jpeg).insert(jpeg.indexOf("\xFF\xDB"), "abc"), photo},
+             {"fill", QByteArray(jpeg).insert(jpeg.size() - 2, '\xFF'), photo},
+             {"colours of a frame", gif({1}).replace(42, 1, QByteArray("\x80\0\0\0\x12\x34\x56", 7)),
+              flat.copy(0, 0, 1, 1)},
+             {"stray end", gif({1}).insert(62, '\0'), red},
+         }) {
+        const auto bitmap = decoded(file);
+        ASSERT_EQ(bitmap == nullptr, expected.isNull()) << name;
+        if (bitmap) {
+            EXPECT_EQ(bitmap->native().pixels.convertToFormat(QImage::Format_ARGB32),
+                      expected.convertToFormat(QImage::Format_ARGB32))
+                << name;
+        }
+    }
+}
+
+TEST(NSBitmapImageRepTest, LeavesWhatCostsMuchAndShowsNothing)
+{
+    QImage picture = sample(9, 7);
+    picture.setText("Short", "text");
+    picture.setText("Long", QString(1000, 'a'));
+    picture.setText("Wide", QString(1000, QChar(0x3B1)));
+    const QByteArray png = encoded(picture, "png");
+    EXPECT_EQ(png.count("tEXt") + png.count("zTXt") + png.count("iTXt"), 3);
+    for (const auto& file : {png, icon(png, 1)}) {
+        const auto bitmap = decoded(file);
+        ASSERT_NE(bitmap, nullptr);
+        EXPECT_EQ(bitmap->native().pixels, picture);
+        EXPECT_EQ(bitmap->native().pixels.text("Long") + bitmap->native().pixels.text("Wide"), "");
+    }
+
+    const QByteArray jpeg = progressiveJpeg();
+    const qsizetype scan = jpeg.lastIndexOf("\xFF\xDA");
+    const auto scans = [&](qsizetype count) {
+        return QByteArray(jpeg).insert(scan,
+                                       jpeg.mid(scan).chopped(2).repeated(count - jpeg.count("\xFF\xDA")));
+    };
+    EXPECT_NE(decoded(scans(256)), nullptr);
+    EXPECT_EQ(decoded(scans(257)), nullptr);
+
+    const auto count = [](const QByteArray& file) {
+        return NSBitmapImageRep::imageRepsWithData(dataOf(file).get()).size();
+    };
+    EXPECT_EQ(count(repeated(tiff({sample(1, 1)}), 300)), 256U);
+    EXPECT_EQ(count(repeated(tiff({sample(1, 400)}), 5)), 5U);
+    EXPECT_EQ(count(repeated(tiff({sample(1, 400)}), 30)), 0U) << "lists of parts longer than the file";
+
+    const int before = QImageReader::allocationLimit();
+    QImage blank(8000, 8000, QImage::Format_Mono);
+    blank.fill(0);
+    EXPECT_EQ(count(icon(encoded(blank, "png"), 3)), 2U) << "half of the limit each";
+    EXPECT_EQ(QImageReader::allocationLimit(), before);
+    QImage deep(8193, 8192, QImage::Format_Grayscale16);
+    deep.fill(0);
+    EXPECT_EQ(bitmapOf(deep)->native().pixels.depth(), 32);
 }
 
 /// A file and the places of its width and height, numbers of two bytes in use.
@@ -72,12 +204,15 @@ std::vector<Sample> samples()
 {
     const QByteArray jpeg = encoded(sample(40, 30), "jpeg");
     const qsizetype frame = jpeg.indexOf("\xFF\xC0");
-    const QByteArray old("BM\x1E\0\0\0\0\0\0\0\x1A\0\0\0\x0C\0\0\0\1\0\1\0\1\0\x18\0abc\0", 30);
+    const QByteArray progressive = progressiveJpeg();
+    const qsizetype laterFrame = progressive.indexOf("\xFF\xC2");
+    const QByteArray old("BM\0\0\0\0\0\0\0\0\x1A\0\0\0\x0C\0\0\0\1\0\2\0\1\0\x18\0abc\0def", 33);
     return {{"old bmp", old, {18, 20}, false},
-            {"bmp", encoded(sample(9, 7), "bmp"), {18, 22}, false},
+            {"bmp", encoded(sample(8, 7, QImage::Format_RGB32), "bmp"), {18, 22}, false},
             {"png", encoded(sample(9, 7), "png"), {18, 22}, true},
             {"gif", gif({1, 2, 3}), {6, 8, 38, 40}, false},
             {"tiff", tiff({sample(9, 7), sample(3, 2)}), {18, 30, 102}, false},
+            {"progressive jpeg", progressive, {laterFrame + 5, laterFrame + 7}, true},
             {"jpeg", jpeg, {frame + 5, frame + 7}, true}};
 }
 
@@ -127,7 +262,7 @@ TEST(NSBitmapImageRepTest, RefusesSizesThatTheirPixelsAreMissingFor)
         }
     }
     // Pixels that are there, but too many: blank ones take little room.
-    QImage blank(9000, 5000, QImage::Format_Mono);
+    QImage blank(12000, 12000, QImage::Format_Mono);
     blank.fill(0);
     EXPECT_EQ(decoded(encoded(blank, "png")), nullptr);
     QImageReader::setAllocationLimit(before);
@@ -185,17 +320,17 @@ TEST(NSBitmapImageRepTest, GivesPicturesOfAFileByNumber)
     const auto heights = [](const QByteArray& file) {
         const auto source = CGImageSourceCreateWithData(dataOf(file).get());
         std::vector<std::size_t> result;
-        for (const std::size_t index : {1U, 0U, 0U, 2U}) {
+        for (const std::size_t index : {1UL, 0UL, 0UL, 2UL, 1UL << 32U}) {
             const auto image = CGImageSourceCreateImageAtIndex(source.get(), index);
             result.push_back(image ? image->height() : 0);
         }
         return result;
     };
     using Heights = std::vector<std::size_t>;
-    EXPECT_EQ(heights(tiff({sample(9, 7), sample(3, 2)})), (Heights{2, 7, 7, 0}));
-    EXPECT_EQ(heights(encoded(sample(9, 7), "png")), (Heights{0, 7, 7, 0}));
-    EXPECT_EQ(heights(gif({1, 2})), (Heights{1, 1, 1, 0}));
-    EXPECT_EQ(heights("text"), (Heights{0, 0, 0, 0}));
+    EXPECT_EQ(heights(tiff({sample(9, 7), sample(3, 2)})), (Heights{2, 7, 7, 0, 0}));
+    EXPECT_EQ(heights(encoded(sample(9, 7), "png")), (Heights{0, 7, 7, 0, 0}));
+    EXPECT_EQ(heights(gif({1, 2})), (Heights{1, 1, 1, 0, 0}));
+    EXPECT_EQ(heights("text"), (Heights{0, 0, 0, 0, 0}));
     EXPECT_EQ(CGImageSourceCreateWithData(nullptr), nullptr);
     EXPECT_EQ(CGImageSourceCreateImageAtIndex(nullptr, 0), nullptr);
 }
