@@ -44,7 +44,12 @@ TEST(StringUtilTest, MatchesRegularExpressions)
 TEST(StringUtilTest, EndsASearchBeforeTheStackIsExhausted)
 {
     for (const char* pattern : {"[^@]+@", "(a*)*b"}) {
-        EXPECT_THROW(StringUtil::FindIfMatch_withPattern(kMegabyte.c_str(), pattern), std::regex_error);
+        try {
+            StringUtil::FindIfMatch_withPattern(kMegabyte.c_str(), pattern);
+            FAIL() << pattern;
+        } catch (const std::regex_error& error) {
+            EXPECT_EQ(error.code(), std::regex_constants::error_stack);
+        }
     }
 #ifdef __SANITIZE_ADDRESS__
     constexpr std::size_t kScale = 10; // its frames are several times as large
