@@ -42,7 +42,7 @@ size_t qHash(const Key& key, size_t seed = 0)
 using Cache = QCache<Key, std::shared_ptr<const TextLayout>>;
 
 /// What a line of a layout costs beside its characters, in characters.
-constexpr int kLineCost = 64;
+constexpr qsizetype kLineCost = 64;
 
 /// Goes with the application, since layouts must not outlive its fonts; another application gets another.
 Cache& cache()
@@ -159,7 +159,7 @@ std::shared_ptr<const TextLayout> TextLayout::of(const NSAttributedString& text,
     }
     auto layout = std::make_shared<const TextLayout>(key.text, key.runs, usable);
     cache().insert(key, new std::shared_ptr<const TextLayout>(layout),
-                   key.text.size() + kLineCost * static_cast<int>(layout->lines().size()));
+                   key.text.size() + kLineCost * static_cast<qsizetype>(layout->lines().size()));
     return layout;
 }
 
