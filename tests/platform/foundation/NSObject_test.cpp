@@ -6,7 +6,6 @@
 
 #include <functional>
 #include <thread>
-#include <vector>
 
 namespace
 {
@@ -52,11 +51,12 @@ TEST(NSObjectTest, IsCountedFromManyThreads)
     std::atomic<int> deaths = 0;
     for (int round = 0; round < 200; ++round) {
         Ref<Watched> object = make<Watched>([&](Watched&) { ++deaths; });
-        std::vector<std::jthread> threads;
-        for (int thread = 0; thread < 4; ++thread) {
-            threads.emplace_back([mine = object, weak = Weak<Watched>(object)]() mutable {
+        std::array<std::jthread, 4> threads;
+        for (std::jthread& thread : threads) {
+            thread = std::jthread([mine = object, weak = Weak<Watched>(object)]() mutable {
                 for (int j = 0; j < 50; ++j) {
-                    const Ref<Watched> shared = mine;
+                    Ref<Watched> shared;
+                    shared = mine;
                     EXPECT_EQ(weak.get(), shared);
                 }
                 mine = nullptr;

@@ -149,7 +149,8 @@ TEST(NSGraphicsContextTest, SetsTextInItsPlaceColourAndSize)
 TEST(NSGraphicsContextTest, ClipsTextToItsRectangleButNotItsGlyphs)
 {
     const NSSize size = text("Aff")->sizeWithAttributes(inRed(14.0, "Arial Bold"));
-    for (double x = 0.0; x < 1.0; x += 0.1) {
+    for (int tenth = 0; tenth < 10; ++tenth) {
+        const double x = tenth / 10.0;
         EXPECT_EQ(written("Aff", {{x, 0.0}, size}, 14.0, "Arial Bold"),
                   written("Aff", NSMakeRect(x, 0.0, 39.0, 30.0), 14.0, "Arial Bold"))
             << x;
