@@ -56,7 +56,8 @@ TEST_F(NSBundleTest, KnowsItsFolders)
         EXPECT_EQ(utf8(own->resourcePath()), path);
     }
     folder.write("file", "");
-    for (const char* none : {"", (folder.path() / "file").c_str(), static_cast<const char*>(nullptr)}) {
+    const std::string file = folder.path() / "file";
+    for (const char* none : {"", file.c_str(), static_cast<const char*>(nullptr)}) {
         EXPECT_EQ(NSBundle::bundleWithPath(text(none).get()), nullptr);
     }
     const Ref<NSString> withNul = NSString::stringWithCharacters(std::u16string_view(u"/\0x", 3));
