@@ -133,10 +133,15 @@ TEST(UiUtilTest, PutsABackgroundBehindViews)
     UiUtil::changeBackgroundColor_withColor(nullptr, NSColor::grayColor().get());
     EXPECT_EQ(operationsOf(*view, NSMakeRect(1.0, 1.0, 2.0, 2.0)),
               (Operations{"save", "fillColor sRGB(0, 0, 1, 1)", "fillRect {{0, 0}, {20, 10}}", "restore"}));
+    EXPECT_EQ(pixel(*view->imageOfBounds(1.0), 19, 9), "#ff0000ff");
+    EXPECT_FALSE(view->needsDisplay());
     UiUtil::changeBackgroundColor_withColor(view.get(), nullptr);
+    EXPECT_TRUE(view->needsDisplay());
     EXPECT_TRUE(operationsOf(*view).empty());
     const Ref<CALayer> layer = view->layer();
+    view->imageOfBounds(1.0);
     view->setWantsLayer(false);
+    EXPECT_TRUE(view->needsDisplay());
     layer->setBackgroundColor(NSColor::grayColor()); // of no view any more
 }
 

@@ -10,9 +10,7 @@ enum class NSTextAlignment : long { Left = 0, Right = 1, Center = 2, Justified =
 class TESSALINE_EXPORT NSParagraphStyle : public NSObject
 {
 public:
-    /// Natural alignment.
-    static Ref<NSParagraphStyle> defaultParagraphStyle();
-
+    /// Initially natural.
     NSTextAlignment alignment() const { return _alignment; }
 
     bool isEqual(const NSObject* other) const override;
