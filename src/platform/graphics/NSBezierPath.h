@@ -6,7 +6,8 @@
 #include <array>
 #include <vector>
 
-/// A path of lines and curves, with the width of the line that strokes it.
+/// A path of lines and curves, with the width and the dashes of the line that strokes it. Lines end at their
+/// ends, and corners are sharp. A point alone shows nothing.
 class TESSALINE_EXPORT NSBezierPath final : public NSObject
 {
 public:
@@ -24,6 +25,10 @@ public:
 
     static Ref<NSBezierPath> bezierPath();
     static Ref<NSBezierPath> bezierPathWithRect(NSRect rect);
+    /// A rectangle whose corners are quarters of ellipses. Radii are limited to half of the rectangle's
+    /// width and height; if one of them is 0, negative or NaN, the corners are square.
+    static Ref<NSBezierPath> bezierPathWithRoundedRect_xRadius_yRadius(NSRect rect, double xRadius,
+                                                                       double yRadius);
 
     /// Fill or stroke a rectangle in the current colours of the current graphics context; the line is
     /// centred on the rectangle's edge.
@@ -40,6 +45,13 @@ public:
     double lineWidth() const { return _lineWidth; }
     void setLineWidth(double width) { _lineWidth = width; }
 
+    /// Dashes: `count` lengths in points, painted and left out in turn and then over again, beginning
+    /// `phase` points into them; an odd number of lengths goes on with the opposite. None, the default, is
+    /// a solid line. Lengths that are negative or not finite, or all 0, are reported and change nothing.
+    void setLineDash_count_phase(const double* lengths, long count, double phase);
+    const std::vector<double>& lineDash() const { return _lineDash; }
+    double lineDashPhase() const { return _lineDashPhase; }
+
     void fill() const;
     void stroke() const;
 
@@ -50,4 +62,6 @@ private:
 
     std::vector<Element> _elements;
     double _lineWidth = kDefaultLineWidth;
+    std::vector<double> _lineDash;
+    double _lineDashPhase = 0.0;
 };

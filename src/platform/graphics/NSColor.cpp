@@ -8,6 +8,12 @@ Ref<NSColor> NSColor::colorWithSRGBRed_green_blue_alpha(double red, double green
     return make<NSColor>(Space::SRGB, std::array{red, green, blue, alpha});
 }
 
+Ref<NSColor> NSColor::colorWithCalibratedRed_green_blue_alpha(double red, double green, double blue,
+                                                              double alpha)
+{
+    return make<NSColor>(Space::CalibratedRGB, std::array{red, green, blue, alpha});
+}
+
 Ref<NSColor> NSColor::colorWithCalibratedWhite_alpha(double white, double alpha)
 {
     return make<NSColor>(Space::CalibratedWhite, std::array{white, white, white, alpha});
@@ -58,7 +64,8 @@ std::string NSColor::description() const
     if (_space == Space::CalibratedWhite) {
         return "white(" + NSStringFromNumber(red) + tail;
     }
-    return "sRGB(" + NSStringFromNumber(red) + ", " + NSStringFromNumber(green) + ", " +
+    const std::string space = _space == Space::SRGB ? "sRGB(" : "calibratedRGB(";
+    return space + NSStringFromNumber(red) + ", " + NSStringFromNumber(green) + ", " +
            NSStringFromNumber(blue) + tail;
 }
 

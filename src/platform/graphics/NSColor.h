@@ -9,10 +9,13 @@
 class TESSALINE_EXPORT NSColor final : public NSObject
 {
 public:
-    enum class Space { SRGB, CalibratedWhite };
+    enum class Space { SRGB, CalibratedRGB, CalibratedWhite };
 
     static Ref<NSColor> colorWithSRGBRed_green_blue_alpha(double red, double green, double blue,
                                                           double alpha);
+    /// Shown as sRGB: the same numbers mean the same pixels.
+    static Ref<NSColor> colorWithCalibratedRed_green_blue_alpha(double red, double green, double blue,
+                                                                double alpha);
     static Ref<NSColor> colorWithCalibratedWhite_alpha(double white, double alpha);
 
     /// Opaque named colours; each call answers the same object.
@@ -29,7 +32,8 @@ public:
     /// Red, green, blue and alpha; the first three are equal for a grey.
     std::array<double, 4> components() const { return _components; }
 
-    /// As it appears in the record of a drawing: "sRGB(0, 0, 1, 1)" or "white(0.5, 1)".
+    /// As it appears in the record of a drawing: "sRGB(0, 0, 1, 1)", "calibratedRGB(0, 0, 1, 1)" or
+    /// "white(0.5, 1)".
     std::string description() const;
 
     bool isEqual(const NSObject* other) const override;

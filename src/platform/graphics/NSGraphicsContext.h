@@ -47,6 +47,8 @@ public:
     virtual void setFillColor(const NSColor& color) = 0;
     virtual void setStrokeColor(const NSColor& color) = 0;
     virtual void fillRect(NSRect rect) = 0;
+    /// Fills with the fill colour as it is, alpha included, whatever was there before.
+    virtual void replaceRect(NSRect rect) = 0;
     virtual void strokeRect(NSRect rect, double lineWidth) = 0;
     virtual void fillPath(const NSBezierPath& path) = 0;
     virtual void strokePath(const NSBezierPath& path) = 0;

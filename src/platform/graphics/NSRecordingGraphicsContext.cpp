@@ -118,6 +118,11 @@ void NSRecordingGraphicsContext::fillRect(NSRect rect)
     _operations.push_back("fillRect " + NSStringFromRect(rect));
 }
 
+void NSRecordingGraphicsContext::replaceRect(NSRect rect)
+{
+    _operations.push_back("replaceRect " + NSStringFromRect(rect));
+}
+
 void NSRecordingGraphicsContext::strokeRect(NSRect rect, double lineWidth)
 {
     _operations.push_back("strokeRect " + NSStringFromRect(rect) + " width " + NSStringFromNumber(lineWidth));
@@ -130,8 +135,15 @@ void NSRecordingGraphicsContext::fillPath(const NSBezierPath& path)
 
 void NSRecordingGraphicsContext::strokePath(const NSBezierPath& path)
 {
+    std::string dash;
+    for (const double length : path.lineDash()) {
+        dash += (dash.empty() ? " dash " : ", ") + NSStringFromNumber(length);
+    }
+    if (!dash.empty()) {
+        dash += " phase " + NSStringFromNumber(path.lineDashPhase());
+    }
     _operations.push_back("strokePath" + description(path) + " width " +
-                          NSStringFromNumber(path.lineWidth()));
+                          NSStringFromNumber(path.lineWidth()) + dash);
 }
 
 void NSRecordingGraphicsContext::drawImage(const NSImage& image, NSRect rect, NSRect fromRect,

@@ -10,6 +10,8 @@
 ///
 ///     strokeColor sRGB(0, 0, 1, 1)
 ///     strokeRect {{0, 0}, {200, 60}} width 1
+///     replaceRect {{1, 1}, {49.5, 8}}
+///     strokePath move {0, 0} line {100, 0} width 2 dash 3, 1 phase 0
 ///     drawImage "icon" {{4, 14.5}, {32, 32}} from {{0, 0}, {0, 0}} operation 2 fraction 1 respectFlipped
 ///     drawText "Messages" {{54, 10}, {70.25, 16.1}} font "Arial Bold" 14 color white(0, 1)
 ///     drawGlyphs {0, 5} "Hello" at {4, 10} container {80, 1000} padding 5 font "Arial" 12 alignment 2
@@ -29,6 +31,7 @@ public:
     void setFillColor(const NSColor& color) override;
     void setStrokeColor(const NSColor& color) override;
     void fillRect(NSRect rect) override;
+    void replaceRect(NSRect rect) override;
     void strokeRect(NSRect rect, double lineWidth) override;
     void fillPath(const NSBezierPath& path) override;
     void strokePath(const NSBezierPath& path) override;

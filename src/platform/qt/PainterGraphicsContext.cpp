@@ -40,14 +40,20 @@ void flipAbout(QPainter& painter, NSRect rect)
     painter.scale(1.0, -1.0);
 }
 
+/// What of a rectangle lies where a device can be: farther away, and with infinite lengths, the painter
+/// loses count.
+QRectF inReach(const QRectF& rect)
+{
+    constexpr double kFarthest = 1 << 24;
+    return rect.intersected(QRectF(-kFarthest, -kFarthest, 2.0 * kFarthest, 2.0 * kFarthest));
+}
+
 /// Clips to the device's pixels that `rect` touches: the painter itself would round a fraction away, and
 /// with it the edge of a glyph.
 void clipToPixelsOf(QPainter& painter, NSRect rect)
 {
-    constexpr double kFarthest = 1 << 24;
-    const QRectF device(-kFarthest, -kFarthest, 2.0 * kFarthest, 2.0 * kFarthest);
     const QTransform transform = painter.deviceTransform();
-    const QRect pixels = transform.mapRect(toQt(rect)).intersected(device).toAlignedRect();
+    const QRect pixels = inReach(transform.mapRect(toQt(rect))).toAlignedRect();
     painter.setClipRect(transform.inverted().mapRect(QRectF(pixels)), Qt::IntersectClip);
 }
 
@@ -117,6 +123,13 @@ void PainterGraphicsContext::fillRect(NSRect rect)
     _painter.fillRect(::toQt(rect), state().fill);
 }
 
+void PainterGraphicsContext::replaceRect(NSRect rect)
+{
+    const PainterState keep(_painter);
+    _painter.setCompositionMode(QPainter::CompositionMode_Source);
+    _painter.fillRect(inReach(::toQt(rect)), state().fill);
+}
+
 void PainterGraphicsContext::strokeRect(NSRect rect, double lineWidth)
 {
     strokePath(*NSBezierPath::bezierPathWithRect(rect), lineWidth);
@@ -136,15 +149,22 @@ void PainterGraphicsContext::strokePath(const NSBezierPath& path)
 
 void PainterGraphicsContext::strokePath(const NSBezierPath& path, double lineWidth)
 {
-    if (!(lineWidth > 0.0)) {
-        _painter.strokePath(toQt(path), QPen(state().stroke, 0.0)); // the thinnest line
-        return;
-    }
+    const double width = lineWidth > 0.0 ? lineWidth : 1.0 / scale(); // the thinnest line
     // Through its outline: the painter's own thin lines do not fill the corners of a frame.
     QPainterPathStroker stroker;
-    stroker.setWidth(lineWidth);
+    stroker.setWidth(width);
     stroker.setCapStyle(Qt::FlatCap);
     stroker.setJoinStyle(Qt::MiterJoin);
+    if (!path.lineDash().empty()) {
+        QList<qreal> dashes; // in widths of the line, painted and left out in pairs
+        do {
+            for (const double length : path.lineDash()) {
+                dashes << length / width;
+            }
+        } while (dashes.size() % 2 != 0);
+        stroker.setDashPattern(dashes);
+        stroker.setDashOffset(path.lineDashPhase() / width);
+    }
     _painter.fillPath(stroker.createStroke(toQt(path)), state().stroke);
 }
 

@@ -25,6 +25,7 @@ public:
     void setFillColor(const NSColor& color) override;
     void setStrokeColor(const NSColor& color) override;
     void fillRect(NSRect rect) override;
+    void replaceRect(NSRect rect) override;
     void strokeRect(NSRect rect, double lineWidth) override;
     void fillPath(const NSBezierPath& path) override;
     void strokePath(const NSBezierPath& path) override;

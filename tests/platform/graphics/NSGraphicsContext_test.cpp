@@ -4,6 +4,7 @@
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
+#include "platform/graphics/NSGraphics.h"
 #include "support/Drawing.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +12,11 @@
 #include <QColor>
 #include <QImage>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <functional>
+#include <limits>
 
 namespace
 {
@@ -80,6 +85,94 @@ TEST(NSGraphicsContextTest, RecordsPaths)
     });
     EXPECT_EQ(operationsOf(*canvas)[0],
               "strokePath move {1.5, 2} line {1.5, 2} curve {1, 2} {3, 4} {5, 6} close width 0.5");
+}
+
+TEST(NSGraphicsContextTest, RoundsCorners)
+{
+    const auto recorded = [](NSRect rect, double xRadius, double yRadius) {
+        const auto path = NSBezierPath::bezierPathWithRoundedRect_xRadius_yRadius(rect, xRadius, yRadius);
+        return operationsOf(*make<Canvas>(NSSize{40.0, 30.0}, true, [=] { path->fill(); }))[0];
+    };
+    const NSRect rect = NSMakeRect(10.0, 20.0, 40.0, 30.0);
+    for (const auto& [x, y] : {std::pair(0.0, 4.0), {4.0, 0.0}, {-1.0, 4.0}, {std::nan(""), 4.0}}) {
+        EXPECT_EQ(recorded(rect, x, y),
+                  "fillPath move {10, 20} line {50, 20} line {50, 50} line {10, 50} close");
+    }
+    EXPECT_EQ(recorded(rect, 100.0, 15.0), recorded(rect, 20.0, 100.0)) << "half of the sides at most";
+
+    const QImage picture = pixelsOf(*paint(
+        false,
+        [] {
+            red()->setFill();
+            NSBezierPath::bezierPathWithRoundedRect_xRadius_yRadius({{}, {40.0, 30.0}}, 10.0, 5.0)->fill();
+        },
+        10.0));
+    const auto distanceOf = [](int x, int y) { // by the equation of the ellipse
+        const double right = std::max({100 - x, x - 299, 0}) / 100.0;
+        const double down = std::max({50 - y, y - 249, 0}) / 50.0;
+        return right * right + down * down;
+    };
+    for (int i = 0; i < picture.width() * picture.height(); ++i) {
+        const QPoint place(i % picture.width(), i / picture.width());
+        const double distance = distanceOf(place.x(), place.y());
+        if (std::abs(distance - 1.0) > 0.06) { // but for a pixel or two along the edge
+            ASSERT_EQ(qAlpha(picture.pixel(place)), distance < 1.0 ? 255 : 0)
+                << place.x() << ' ' << place.y();
+        }
+    }
+}
+
+TEST(NSGraphicsContextTest, DashesLines)
+{
+    const auto dashed = [](const std::vector<double>& lengths, double phase, double width) {
+        return [=] {
+            red()->set();
+            const Ref<NSBezierPath> path = NSBezierPath::bezierPath();
+            path->moveToPoint({0.0, 10.0});
+            path->lineToPoint({20.0, 10.0});
+            path->setLineWidth(width);
+            path->setLineDash_count_phase(lengths.data(), static_cast<long>(lengths.size()), phase);
+            path->setLineDash_count_phase(std::array{1.0, -1.0}.data(), 2, 0.0); // no dashes: changes nothing
+            path->setLineDash_count_phase(std::array{0.0, 0.0}.data(), 2, 0.0);
+            path->setLineDash_count_phase(std::array{HUGE_VAL}.data(), 1, 0.0);
+            path->stroke();
+        };
+    };
+    const auto painted = [](const std::function<void()>& draw) { // "#" for each painted point
+        const QImage picture = pixelsOf(*paint(true, draw));
+        std::string row;
+        for (int x = 0; x < 20; ++x) {
+            row += qAlpha(picture.pixel(x, 9)) > 100 ? '#' : '.';
+        }
+        return row;
+    };
+    EXPECT_EQ(painted(dashed({3.0, 1.0}, 0.0, 2.0)), "###.###.###.###.###.");
+    EXPECT_EQ(painted(dashed({3.0, 1.0}, 0.0, 8.0)), "###.###.###.###.###.") << "in points, not in widths";
+    EXPECT_EQ(painted(dashed({3.0, 1.0}, 2.0, 0.0)), "#.###.###.###.###.##") << "also of the thinnest line";
+    EXPECT_EQ(painted(dashed({3.0}, 0.0, 2.0)), "###...###...###...##")
+        << "and over again the other way round";
+    EXPECT_EQ(painted(dashed({}, 0.0, 2.0)), std::string(20, '#'));
+    EXPECT_EQ(operationsOf(*make<Canvas>(NSSize{40.0, 30.0}, true, dashed({3.0, 1.5}, 0.5, 2.0)))[2],
+              "strokePath move {0, 10} line {20, 10} width 2 dash 3, 1.5 phase 0.5");
+}
+
+TEST(NSGraphicsContextTest, ReplacesWhatIsUnderARectangle)
+{
+    const auto blue = NSColor::colorWithCalibratedRed_green_blue_alpha(0.0, 0.0, 1.0, 0.5);
+    const Ref<NSImage> picture = paint(false, [&] {
+        red()->setFill();
+        NSBezierPath::fillRect(NSMakeRect(0.0, 0.0, 40.0, 30.0));
+        blue->set();
+        NSRectFill(NSMakeRect(30.0, 20.0, std::numeric_limits<double>::infinity(), 1e300));
+        NSRectFill(NSMakeRect(20.0, 10.0, -20.0, 10.0));
+        NSRectFill(NSMakeRect(20.0, 10.0, std::nan(""), 10.0));
+        NSBezierPath::fillRect(NSMakeRect(0.0, 29.0, 1.0, 1.0));
+    });
+    EXPECT_EQ(pixel(*picture, 30, 9), "#800000ff") << "the colour as it is";
+    EXPECT_EQ(pixel(*picture, 39, 0), "#800000ff");
+    EXPECT_EQ(pixel(*picture, 29, 9), kRed);
+    EXPECT_EQ(pixel(*picture, 15, 15), kRed) << "nothing for a rectangle without area";
+    EXPECT_EQ(pixel(*picture, 0, 0), "#ff7f0080") << "the colour tints";
 }
 
 TEST(NSGraphicsContextTest, KeepsImagesUpright)
