@@ -115,11 +115,6 @@ TEST(UiUtilTest, ColoursTheTitlesOfButtons)
     UiUtil::setButton_fontColor(nullptr, NSColor::grayColor().get());
     EXPECT_EQ(color(), "sRGB(0, 0, 1, 1)");
     EXPECT_NE(operationsOf(*button).back().find("color sRGB(0, 0, 1, 1)"), std::string::npos);
-    button->setEnabled(false);
-    EXPECT_EQ(operationsOf(*button).back().find("sRGB"), std::string::npos) << "grey while disabled";
-    button->setTitle(text("three"));
-    EXPECT_EQ(button->attributedTitle()->runs()[0].attributes[NSForegroundColorAttributeName],
-              NSColor::blackColor().get());
 }
 
 TEST(UiUtilTest, PutsABackgroundBehindViews)

@@ -23,6 +23,7 @@ constexpr std::array kProperties{
     property<&NSButton::alternateTitle, &NSButton::setAlternateTitle>("alternateTitle"),
     property<&NSButton::image, &NSButton::setImage>("image"),
     property<&NSButton::alternateImage, &NSButton::setAlternateImage>("alternateImage"),
+    property<&NSButton::isBordered, &NSButton::setBordered>("bordered"),
 };
 constexpr std::array kSelectors{
     selector<&NSButton::performClick>("performClick:"),
@@ -55,8 +56,7 @@ Ref<NSString> NSButton::title() const
 
 void NSButton::setTitle(Ref<NSString> title)
 {
-    const NSAttributes attributes{{NSFontAttributeName, NSFont::fontWithName_size("Arial", kTitleSize)},
-                                  {NSForegroundColorAttributeName, NSColor::blackColor()}};
+    const NSAttributes attributes{{NSFontAttributeName, NSFont::fontWithName_size("Arial", kTitleSize)}};
     setAttributedTitle(title ? make<NSAttributedString>()->initWithString_attributes(title.get(), attributes)
                              : nullptr);
 }
@@ -112,26 +112,47 @@ void NSButton::performClick(NSObject* /*sender*/)
     }
 }
 
+void NSButton::setBordered(bool bordered)
+{
+    _bordered = bordered;
+    setNeedsDisplay();
+}
+
 void NSButton::drawRect(NSRect /*rect*/)
 {
-    const NSRect face = bounds();
-    NSColor::colorWithCalibratedWhite_alpha(_highlighted ? kPressedFaceWhite : kFaceWhite, 1.0)->setFill();
-    NSBezierPath::fillRect(face);
-    NSColor::grayColor()->setStroke();
-    NSBezierPath::strokeRect(face);
+    if (_bordered) {
+        drawFace();
+    }
+    drawTitle();
+}
 
-    if (!attributedTitle()) {
+void NSButton::drawFace() const
+{
+    NSColor::colorWithCalibratedWhite_alpha(_highlighted ? kPressedFaceWhite : kFaceWhite, 1.0)->setFill();
+    NSBezierPath::fillRect(bounds());
+    NSColor::grayColor()->setStroke();
+    NSBezierPath::strokeRect(bounds());
+}
+
+void NSButton::drawTitle() const
+{
+    const Ref<NSAttributedString> given = attributedTitle();
+    if (!given) {
         return;
     }
     const Ref<NSMutableAttributedString> title =
-        make<NSMutableAttributedString>()->initWithAttributedString(attributedTitle().get());
-    if (!isEnabled()) {
-        title->addAttribute_value_range(NSForegroundColorAttributeName, NSColor::grayColor(),
-                                        {0, title->length()});
+        make<NSMutableAttributedString>()->initWithAttributedString(given.get());
+    for (const NSAttributedString::Run& run : given->runs()) {
+        if (run.attributes[NSForegroundColorAttributeName] == nullptr) {
+            title->addAttribute_value_range(NSForegroundColorAttributeName,
+                                            isEnabled() ? NSColor::blackColor() : NSColor::grayColor(),
+                                            run.range);
+        }
     }
+    const auto [width, height] = bounds().size;
     const NSSize size = title->size();
-    title->drawInRect(NSMakeRect((face.size.width - size.width) * 0.5, (face.size.height - size.height) * 0.5,
-                                 size.width, size.height));
+    title->drawInRect(
+        NSMakeRect((width - size.width) * 0.5, (height - size.height) * 0.5, size.width, size.height));
 }
 
 bool NSButton::contains(const NSEvent& event) const

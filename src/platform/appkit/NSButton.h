@@ -7,7 +7,7 @@ class NSImage;
 class NSString;
 
 /// A push button: tracks a press from the mouse going down inside to its release, and sends its action if
-/// that happens inside, too. Draws a plain face with its title, which is grey while the button is disabled.
+/// that happens inside, too. Draws its title in the middle of a plain face.
 class TESSALINE_EXPORT NSButton : public NSControl
 {
 public:
@@ -17,9 +17,9 @@ public:
 
     /// The button's texts and images, null by default; texts are copied. Each setter asks for a redraw.
     Ref<NSString> title() const;
-    void setTitle(Ref<NSString> title);
-    /// The title with its attributes: those that it was given, or after `setTitle` the button's own font
-    /// in black.
+    virtual void setTitle(Ref<NSString> title);
+    /// The title with its attributes: those that it was given, or after `setTitle` the button's own font.
+    /// Without a colour of its own, it is black, and grey while the button is disabled.
     Ref<NSAttributedString> attributedTitle() const;
     void setAttributedTitle(Ref<NSAttributedString> title);
     Ref<NSString> alternateTitle() const;
@@ -28,6 +28,10 @@ public:
     void setImage(Ref<NSImage> image);
     Ref<NSImage> alternateImage() const;
     void setAlternateImage(Ref<NSImage> image);
+
+    /// Whether the button draws a face behind its title. Initially it does. The setter asks for a redraw.
+    bool isBordered() const { return _bordered; }
+    void setBordered(bool bordered);
 
     /// Whether a press is being tracked whose pointer is inside.
     bool isHighlighted() const { return _highlighted; }
@@ -49,6 +53,8 @@ protected:
     ~NSButton() override;
 
 private:
+    void drawFace() const;
+    void drawTitle() const;
     bool contains(const NSEvent& event) const;
     void setHighlighted(bool highlighted);
 
@@ -56,6 +62,7 @@ private:
     CopyProperty<NSString> _alternateTitle;
     RetainProperty<NSImage> _image;
     RetainProperty<NSImage> _alternateImage;
+    bool _bordered = true;
     bool _pressed = false; // a press is being tracked
     bool _highlighted = false;
 };

@@ -10,6 +10,7 @@
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSGraphicsContext.h"
 #include "platform/graphics/NSImage.h"
+#include "platform/graphics/NSShadow.h"
 #include "platform/qt/Conversions.h"
 #include "platform/qt/Native.h"
 #include "platform/qt/ViewPeer.h"
@@ -63,9 +64,8 @@ NSView* NSView::initWithFrame(NSRect frame)
 
 void NSView::setFrame(NSRect frame)
 {
-    const auto finite = [](double position) { return std::isfinite(position) ? position : 0.0; };
-    const auto atLeastZero = [](double length) { return length > 0.0 ? length : 0.0; };
-    const NSSize size{atLeastZero(frame.size.width), atLeastZero(frame.size.height)};
+    const auto finite = [](double number) { return std::isfinite(number) ? number : 0.0; };
+    const NSSize size{std::max(finite(frame.size.width), 0.0), std::max(finite(frame.size.height), 0.0)};
     const bool resized = _frame.size != size;
     _frame = {{finite(frame.origin.x), finite(frame.origin.y)}, size};
     placePeer();
@@ -84,11 +84,29 @@ void NSView::sizeDidChange()
 {
     _dirtyRect = NSZeroRect;
     setNeedsDisplay();
-    if (!isFlipped()) {
-        // Their distance from the bottom edge stays, and with it changes their distance from the top.
-        for (const Ref<NSView>& subview : _subviews) {
-            subview->placePeer();
-        }
+    placePeersOfSubviews(); // unflipped, their distance from the bottom edge stays
+}
+
+void NSView::placePeersOfSubviews()
+{
+    _placesFlipped = isFlipped();
+    for (const Ref<NSView>& subview : _subviews) {
+        subview->placePeer();
+    }
+}
+
+void NSView::turnSubviews()
+{
+    if (_placesFlipped != isFlipped()) {
+        placePeersOfSubviews();
+    }
+}
+
+void NSView::turnAllInside()
+{
+    turnSubviews();
+    for (const Ref<NSView>& subview : _subviews) {
+        subview->turnAllInside();
     }
 }
 
@@ -224,7 +242,26 @@ void NSView::setWantsLayer(bool wantsLayer)
         _layer->_view = nullptr;
     }
     _layer = wantsLayer ? make<CALayer>(this) : nullptr;
+    castShadow();
     setNeedsDisplay();
+}
+
+Ref<NSShadow> NSView::shadow() const
+{
+    return _shadow.get();
+}
+
+void NSView::setShadow(Ref<NSShadow> shadow)
+{
+    _shadow.set(shadow);
+    castShadow();
+}
+
+void NSView::castShadow()
+{
+    if (_peer != nullptr) {
+        _peer->castShadow(_layer ? shadow().get() : nullptr);
+    }
 }
 
 void NSView::displayRectIgnoringOpacity_inContext(NSRect rect, NSGraphicsContext& context)
@@ -248,6 +285,7 @@ void NSView::setNeedsDisplay(bool needed)
 
 void NSView::setNeedsDisplayInRect(NSRect rect)
 {
+    turnSubviews();
     const NSRect visible = NSIntersectionRect(rect, bounds());
     _dirtyRect = NSUnionRect(_dirtyRect, visible);
     if (_peer != nullptr && !NSIsEmptyRect(visible)) {
@@ -276,6 +314,7 @@ Ref<NSImage> NSView::imageOfBounds(double scale)
     QImage image(static_cast<int>(width), static_cast<int>(height), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::transparent);
+    turnAllInside();
     widget()->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
 
     Ref<NSImage> picture = make<NSImage>()->initWithSize(_frame.size);
@@ -366,6 +405,8 @@ QWidget* NSView::widget()
     _peer = new ViewPeer(*this);
     _peer->showToolTip(toolTip().get());
     placePeer();
+    castShadow();
+    _placesFlipped = isFlipped();
     for (const Ref<NSView>& subview : _subviews) {
         subview->widget();
         subview->attachPeerToSuperview();

@@ -11,6 +11,7 @@ class CALayer;
 class NSEvent;
 class NSGraphicsContext;
 class NSImage;
+class NSShadow;
 class NSString;
 class NSTrackingArea;
 class NSWindow;
@@ -32,15 +33,15 @@ public:
 
     // Geometry
 
-    /// Whether the view's own y grows downwards from its top edge. A view that changes its answer calls
-    /// for a redraw and a new layout itself.
+    /// Whether the view's own y grows downwards from its top edge. The answer may change: the view's drawing
+    /// and the places of its subviews follow at the next redraw or change of its size.
     virtual bool isFlipped() const { return false; }
 
     /// The view's place in its superview's coordinates. On screen it covers whole points: its edges are
     /// rounded.
     NSRect frame() const { return _frame; }
-    /// Places the view again; subviews keep their frames. Negative and NaN sizes become 0, as do
-    /// coordinates that are not finite.
+    /// Places the view again; subviews keep their frames. Coordinates and sizes that are not finite become
+    /// 0, as do negative sizes.
     void setFrame(NSRect frame);
     /// The view's rectangle in its own coordinates: its frame's size at (0, 0).
     NSRect bounds() const { return {{}, _frame.size}; }
@@ -83,6 +84,11 @@ public:
     void setWantsLayer(bool wantsLayer);
     /// Borrowed; null unless the view wants one.
     CALayer* layer() const { return _layer.get(); }
+
+    /// The shadow that the view with its subviews casts on what is behind it, also beyond its bounds; copied,
+    /// null (the default) for none. It shows while the view has a layer.
+    Ref<NSShadow> shadow() const;
+    void setShadow(Ref<NSShadow> shadow);
 
     /// Draws into `context`, in this view's coordinates, what the view shows when `rect` is redrawn: the
     /// layer, then its own drawing. Subviews do not draw.
@@ -138,6 +144,11 @@ private:
     bool isSelfOrInside(const NSView& other) const;
 
     void sizeDidChange();
+    /// Places the peers of the subviews again if the view has turned upside down since they were placed.
+    void turnSubviews();
+    void turnAllInside();
+    void placePeersOfSubviews();
+    void castShadow();
     /// Takes a size that a window or host has given the peer.
     void takeSizeOfPeer(NSSize size);
     /// Leaves the superview, or the window whose content view this is.
@@ -158,11 +169,13 @@ private:
     NSRect _frame;
     NSRect _dirtyRect;
     bool _hidden = false;
+    bool _placesFlipped = false; // the way up that the peers of the subviews are placed for
     NSView* _superview = nullptr;
     NSWindow* _contentWindow = nullptr; // the window whose content view this is
     std::vector<Ref<NSView>> _subviews;
     std::vector<Ref<NSTrackingArea>> _trackingAreas;
     CopyProperty<NSString> _toolTip;
     Ref<CALayer> _layer;
+    CopyProperty<NSShadow> _shadow;
     ViewPeer* _peer = nullptr; // owned; null until needed, or when its Qt parent destroyed it
 };

@@ -4,13 +4,19 @@
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/NSString.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSShadow.h"
 #include "platform/qt/Conversions.h"
 #include "platform/qt/PainterGraphicsContext.h"
 
+#include <QGraphicsDropShadowEffect>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QTextDocument> // Qt::mightBeRichText
+
+#include <algorithm>
+#include <cmath>
 
 namespace
 {
@@ -25,6 +31,38 @@ public:
     ~EventInProgress() { --eventsInProgress; }
     EventInProgress(const EventInProgress&) = delete;
     EventInProgress& operator=(const EventInProgress&) = delete;
+};
+
+/// The toolkit's shadow, with a blur that is as wide in points on every device: the toolkit counts it in
+/// pixels, and four of them to the standard deviation.
+class ShadowEffect final : public QGraphicsDropShadowEffect
+{
+public:
+    explicit ShadowEffect(const NSShadow& shadow) : _blurRadius(2.0 * limited(shadow.shadowBlurRadius(), 0.0))
+    {
+        setColor(toQt(*shadow.shadowColor()));
+        setOffset(limited(shadow.shadowOffset().width, -kFarthest),
+                  -limited(shadow.shadowOffset().height, -kFarthest));
+        setBlurRadius(_blurRadius);
+    }
+
+protected:
+    void draw(QPainter* painter) override
+    {
+        setBlurRadius(_blurRadius * painter->device()->devicePixelRatioF()); // where new, asks for a redraw
+        QGraphicsDropShadowEffect::draw(painter);
+    }
+
+private:
+    static constexpr double kFarthest = 500.0; // beyond, pictures of shadows grow large
+
+    /// Also for what is no number.
+    static double limited(double points, double least)
+    {
+        return std::isnan(points) ? 0.0 : std::clamp(points, least, kFarthest);
+    }
+
+    double _blurRadius;
 };
 
 } // namespace
@@ -78,6 +116,12 @@ void ViewPeer::showToolTip(const NSString* text)
     setToolTip(Qt::mightBeRichText(plain) ? QString(paragraph).arg(plain.toHtmlEscaped()) : plain);
 }
 
+void ViewPeer::castShadow(const NSShadow* shadow)
+{
+    const bool shows = shadow != nullptr && shadow->shadowColor();
+    setGraphicsEffect(shows ? new ShadowEffect(*shadow) : nullptr);
+}
+
 void ViewPeer::requestRepaint(NSRect rect)
 {
     if (!_view->isFlipped()) {
@@ -110,6 +154,17 @@ void ViewPeer::paintEvent(QPaintEvent* event)
     NSRect exposed = fromQt(QRectF(event->rect()));
     if (!flipped) {
         exposed.origin.y = height - exposed.origin.y - exposed.size.height;
+    }
+    if (flipped != _view->_placesFlipped) {
+        // Later: widgets are not moved while they are painted.
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (_view != nullptr) {
+                    _view->setNeedsDisplay();
+                }
+            },
+            Qt::QueuedConnection);
     }
     QPainter painter(this);
     const Ref<PainterGraphicsContext> context = make<PainterGraphicsContext>(painter, flipped, height);

@@ -10,6 +10,7 @@
 #include <optional>
 
 class NSEvent;
+class NSShadow;
 class NSString;
 class NSView;
 enum class NSEventType : unsigned long;
@@ -33,6 +34,9 @@ public:
     void place(const QRect& geometry);
 
     void showToolTip(const NSString* text);
+
+    /// Casts a shadow from now on; null for none.
+    void castShadow(const NSShadow* shadow);
 
     /// Asks for a repaint of `rect`, in the view's coordinates.
     void requestRepaint(NSRect rect);

@@ -1,6 +1,8 @@
 #include "platform/appkit/NSButton.h"
 
 #include "platform/appkit/NSEvent.h"
+#include "platform/foundation/NSAttributedString.h"
+#include "platform/graphics/NSColor.h"
 #include "support/ActionTarget.h"
 #include "support/Drawing.h"
 
@@ -53,6 +55,24 @@ TEST(NSButtonTest, DrawsItsTitle)
     EXPECT_TRUE(normal[4].starts_with("drawText \"OK\"")) << normal[4];
     button->mouseDown(nullptr);
     EXPECT_NE(operationsOf(*button)[0], normal[0]) << "the press shows";
+
+    button->setBordered(false);
+    const auto endsWith = [&](const char* color) {
+        const Operations operations = operationsOf(*button);
+        return operations.size() == 1 && operations[0].ends_with(color);
+    };
+    EXPECT_TRUE(endsWith(" color white(0, 1)"));
+    button->setEnabled(false);
+    EXPECT_TRUE(endsWith(" color white(0.5, 1)"));
+    const Ref<NSMutableAttributedString> title =
+        make<NSMutableAttributedString>()->initWithAttributedString(button->attributedTitle().get());
+    title->addAttribute_value_range(NSForegroundColorAttributeName, NSColor::whiteColor(), {0, 1});
+    button->setAttributedTitle(title);
+    EXPECT_NE(operationsOf(*button)[0].find("[{0, 1} font \"Arial\" 13 color white(1, 1)]"),
+              std::string::npos)
+        << "a colour of its own is kept";
+    button->setTitle(text("OK"));
+    EXPECT_TRUE(endsWith(" color white(0.5, 1)")) << "and given up with the title";
 }
 
 } // namespace

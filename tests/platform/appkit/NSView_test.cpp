@@ -5,15 +5,20 @@
 #include "platform/appkit/NSTrackingArea.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/Weak.h"
+#include "platform/graphics/NSBezierPath.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSShadow.h"
 #include "support/Drawing.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QImage>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QWidget>
 
+#include <cmath>
 #include <functional>
 #include <limits>
 
@@ -116,6 +121,89 @@ TEST(NSViewTest, PlacesWidgetsFromTheRightEdge)
     EXPECT_EQ(child->widget()->parentWidget(), nullptr);
     child->setFrame(NSMakeRect(0.0, 0.0, -5.0, std::numeric_limits<double>::quiet_NaN()));
     EXPECT_EQ(child->bounds(), NSZeroRect);
+    child->setFrame(NSMakeRect(0.0, 0.0, std::numeric_limits<double>::infinity(), 0.0));
+    EXPECT_EQ(child->bounds(), NSZeroRect);
+}
+
+TEST(NSViewTest, TurnsWithTheNextRedraw)
+{
+    const Ref<TestView> outer = view(true, 0.0, 0.0, 60.0, 50.0);
+    const Ref<TestView> turning = view(false, 0.0, 0.0, 60.0, 50.0);
+    const Ref<TestView> child = view(false, 5.0, 0.0, 10.0, 20.0);
+    outer->addSubview(turning);
+    turning->addSubview(child);
+    const auto top = [&] { return child->widget()->y(); };
+    EXPECT_EQ(top(), 30);
+    turning->flippedNow = true;
+    EXPECT_EQ(top(), 30);
+    turning->setNeedsDisplay();
+    EXPECT_EQ(top(), 0);
+    turning->flippedNow = false;
+    outer->imageOfBounds(1.0);
+    EXPECT_EQ(top(), 30);
+    turning->flippedNow = true;
+    turning->setFrame(NSMakeRect(0.0, 0.0, 60.0, 40.0));
+    EXPECT_EQ(top(), 0);
+
+    const Ref<NSWindow> window = windowWith(outer);
+    window->makeKeyAndOrderFront();
+    NSApplication::sharedApplication()->handlePendingEvents();
+    turning->flippedNow = false;
+    outer->setNeedsDisplay(); // repaints those inside, too
+    NSApplication::sharedApplication()->handlePendingEvents();
+    NSApplication::sharedApplication()->handlePendingEvents();
+    EXPECT_EQ(top(), 20);
+}
+
+TEST(NSViewTest, CastsAShadow)
+{
+    const Ref<TestView> behind = view(true, 0.0, 0.0, 60.0, 60.0);
+    const Ref<NSView> caster = make<Canvas>(NSSize{20.0, 20.0}, false, [] {
+        NSColor::whiteColor()->setFill();
+        NSBezierPath::fillRect(NSMakeRect(0.0, 0.0, 20.0, 20.0));
+    });
+    caster->setFrame(NSMakeRect(20.0, 20.0, 20.0, 20.0));
+    behind->addSubview(caster);
+    const Ref<NSShadow> shadow = make<NSShadow>();
+    shadow->setShadowColor(NSColor::colorWithSRGBRed_green_blue_alpha(0.0, 0.0, 1.0, 1.0));
+    shadow->setShadowOffset({3.0, -8.0});
+    caster->setShadow(shadow);
+    shadow->setShadowOffset({});
+    EXPECT_EQ(inkOf(pixelsOf(*behind->imageOfBounds(1.0))), QRect(20, 20, 20, 20)) << "there is no layer";
+    caster->setWantsLayer(true);
+    const Ref<NSImage> sharp = behind->imageOfBounds(1.0);
+    EXPECT_EQ(inkOf(pixelsOf(*sharp)), QRect(20, 20, 23, 28))
+        << "to the right and down, as it was when given";
+    EXPECT_EQ(pixel(*sharp, 42, 47), "#fe0000ff") << "the toolkit rounds down";
+    EXPECT_EQ(pixel(*sharp, 30, 30), "#ffffffff");
+
+    shadow->setShadowOffset({0.0, -8.0});
+    shadow->setShadowBlurRadius(4.0);
+    caster->setShadow(shadow);
+    // Across the lower edge, as far from it as the standard deviation and twice that: nearly a bell curve's
+    // sums.
+    constexpr double kNearly = 0.04;
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        const QImage picture = pixelsOf(*behind->imageOfBounds(scale));
+        const auto alphaAt = [&](double y) { // between two pixels
+            const int x = static_cast<int>(30.0 * scale);
+            const int below = static_cast<int>(std::lround(y * scale));
+            return (qAlpha(picture.pixel(x, below - 1)) + qAlpha(picture.pixel(x, below))) / 510.0;
+        };
+        EXPECT_NEAR(alphaAt(44.0), 0.98, kNearly) << scale;
+        EXPECT_NEAR(alphaAt(46.0), 0.84, kNearly) << scale;
+        EXPECT_NEAR(alphaAt(48.0), 0.5, kNearly) << scale;
+        EXPECT_NEAR(alphaAt(50.0), 0.16, kNearly) << scale;
+        EXPECT_NEAR(alphaAt(52.0), 0.02, kNearly) << scale;
+    }
+    shadow->setShadowOffset({std::nan(""), 1e300});
+    shadow->setShadowBlurRadius(std::nan(""));
+    caster->setShadow(shadow);
+    EXPECT_EQ(inkOf(pixelsOf(*behind->imageOfBounds(1.0))), QRect(20, 20, 20, 20)) << "far away";
+    shadow->setShadowOffset({});
+    shadow->setShadowColor(nullptr);
+    caster->setShadow(shadow);
+    EXPECT_EQ(inkOf(pixelsOf(*behind->imageOfBounds(1.0))), QRect(20, 20, 20, 20));
 }
 
 TEST(NSViewTest, RedrawsWhatWasAskedForAndElseItsWholeFace)
