@@ -1,0 +1,147 @@
+#include "window/ZuProgressView.h"
+
+#include "platform/foundation/ClassTable.h"
+#include "platform/graphics/NSBezierPath.h"
+#include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSGraphics.h"
+
+#include <array>
+#include <cmath>
+
+namespace
+{
+
+constexpr double kBorderWidth = 1.0;
+constexpr double kInset = 1.0; // of the done part, on each side
+
+constexpr std::array kProperties{
+    property<&ZuProgressView::color_border_, &ZuProgressView::setColor_border_>("color_border_"),
+    property<&ZuProgressView::color_unuse_, &ZuProgressView::setColor_unuse_>("color_unuse_"),
+    property<&ZuProgressView::color_used_, &ZuProgressView::setColor_used_>("color_used_"),
+    property<&ZuProgressView::xRadius_, &ZuProgressView::setXRadius_>("xRadius_"),
+    property<&ZuProgressView::yRadius_, &ZuProgressView::setYRadius_>("yRadius_"),
+    property<&ZuProgressView::total_, &ZuProgressView::setTotal_>("total_"),
+    property<&ZuProgressView::step_, &ZuProgressView::setStep_>("step_"),
+};
+
+} // namespace
+
+constinit const ClassTable ZuProgressView::table{"ZuProgressView", &NSView::table, kProperties, {}};
+
+const ClassTable& ZuProgressView::classTable() const
+{
+    return table;
+}
+
+ZuProgressView::ZuProgressView() = default;
+
+ZuProgressView::~ZuProgressView() = default;
+
+ZuProgressView* ZuProgressView::initWithFrame(NSRect frame)
+{
+    NSView::initWithFrame(frame);
+    return this;
+}
+
+void ZuProgressView::awakeFromNib()
+{
+    setXRadius_(0.0);
+    setYRadius_(0.0);
+}
+
+NSRect ZuProgressView::doneRect(NSRect bar) const
+{
+    const double full = std::trunc(bar.size.width - 2.0 * kInset);
+    return NSMakeRect(bar.origin.x + kInset, bar.origin.y + kInset, full * step_() / total_(),
+                      bar.size.height - 2.0 * kInset);
+}
+
+void ZuProgressView::drawRect(NSRect rect)
+{
+    NSView::drawRect(rect);
+    const Ref<NSBezierPath> track =
+        NSBezierPath::bezierPathWithRoundedRect_xRadius_yRadius(rect, xRadius_(), yRadius_());
+    track->setLineWidth(kBorderWidth);
+    if (const Ref<NSColor> color = color_unuse_()) {
+        color->setFill();
+        track->fill();
+    }
+    if (const Ref<NSColor> color = color_used_(); color && total_() != 0.0) {
+        color->set();
+        NSRectFill(doneRect(rect));
+    }
+    if (const Ref<NSColor> color = color_border_()) {
+        color->setStroke();
+        track->stroke();
+    }
+}
+
+Ref<NSColor> ZuProgressView::color_border_() const
+{
+    return _color_border_.get();
+}
+
+void ZuProgressView::setColor_border_(Ref<NSColor> color)
+{
+    _color_border_.set(std::move(color));
+}
+
+Ref<NSColor> ZuProgressView::color_unuse_() const
+{
+    return _color_unuse_.get();
+}
+
+void ZuProgressView::setColor_unuse_(Ref<NSColor> color)
+{
+    _color_unuse_.set(std::move(color));
+}
+
+Ref<NSColor> ZuProgressView::color_used_() const
+{
+    return _color_used_.get();
+}
+
+void ZuProgressView::setColor_used_(Ref<NSColor> color)
+{
+    _color_used_.set(std::move(color));
+}
+
+double ZuProgressView::xRadius_() const
+{
+    return _xRadius_.get();
+}
+
+void ZuProgressView::setXRadius_(double radius)
+{
+    _xRadius_.set(radius);
+}
+
+double ZuProgressView::yRadius_() const
+{
+    return _yRadius_.get();
+}
+
+void ZuProgressView::setYRadius_(double radius)
+{
+    _yRadius_.set(radius);
+}
+
+double ZuProgressView::total_() const
+{
+    return _total_.get();
+}
+
+void ZuProgressView::setTotal_(double total)
+{
+    _total_.set(total);
+}
+
+double ZuProgressView::step_() const
+{
+    return _step_.get();
+}
+
+void ZuProgressView::setStep_(double step)
+{
+    _step_.set(step);
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/appkit/NSView.h"
+
+class NSColor;
+
+/// Shows how far a task has come: a rounded track, over it the done part, which grows from the left edge in
+/// proportion to `step_` out of `total_` and has square corners, and a rounded border on top.
+///
+/// The proportion is not limited: beyond the total the done part is cut off at the view's right edge, and
+/// below zero there is none. Setters only store: after a change the application asks for a redraw. The
+/// properties can be read and written from any thread, everything else belongs to the user-interface thread.
+class TESSALINE_EXPORT ZuProgressView : public NSView
+{
+public:
+    ZuProgressView();
+
+    ZuProgressView* initWithFrame(NSRect frame) override;
+    /// Sets both radii to 0; everything else stays as the interface file says.
+    void awakeFromNib() override;
+
+    /// Draws the bar that fills `rect`.
+    void drawRect(NSRect rect) override;
+
+    // Colours: default null; what has none is not drawn.
+
+    Ref<NSColor> color_border_() const;
+    void setColor_border_(Ref<NSColor> color);
+
+    /// Of the track, which is seen where nothing is done yet.
+    Ref<NSColor> color_unuse_() const;
+    void setColor_unuse_(Ref<NSColor> color);
+
+    /// Of the done part. A translucent one takes the track's place, too, and does not tint it.
+    Ref<NSColor> color_used_() const;
+    void setColor_used_(Ref<NSColor> color);
+
+    /// Radii of the corners of track and border, in points. Default 0.
+    double xRadius_() const;
+    void setXRadius_(double radius);
+    double yRadius_() const;
+    void setYRadius_(double radius);
+
+    /// The amount that means a full bar. Default 0: nothing is known, and nothing shows as done.
+    double total_() const;
+    void setTotal_(double total);
+
+    /// The amount done so far. Default 0.
+    double step_() const;
+    void setStep_(double step);
+
+    const ClassTable& classTable() const override;
+    static const ClassTable table;
+
+protected:
+    ~ZuProgressView() override;
+
+private:
+    NSRect doneRect(NSRect bar) const;
+
+    PlainProperty<double> _total_;
+    PlainProperty<double> _step_;
+    RetainProperty<NSColor> _color_border_;
+    RetainProperty<NSColor> _color_unuse_;
+    RetainProperty<NSColor> _color_used_;
+    PlainProperty<double> _xRadius_;
+    PlainProperty<double> _yRadius_;
+};
