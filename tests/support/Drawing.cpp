@@ -1,6 +1,7 @@
 #include "support/Drawing.h"
 
 #include "platform/appkit/NSView.h"
+#include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSRecordingGraphicsContext.h"
 #include "platform/qt/Native.h"
 
@@ -17,6 +18,13 @@ Operations operationsOf(NSView& view, NSRect rect)
 Operations operationsOf(NSView& view)
 {
     return operationsOf(view, view.bounds());
+}
+
+std::string roundedRect(NSRect rect, double xRadius, double yRadius)
+{
+    const auto context = make<NSRecordingGraphicsContext>(false);
+    context->fillPath(*NSBezierPath::bezierPathWithRoundedRect_xRadius_yRadius(rect, xRadius, yRadius));
+    return context->operations()[0].substr(std::string_view("fillPath").size());
 }
 
 Canvas::Canvas(NSSize size, bool flipped, std::function<void()> draw)

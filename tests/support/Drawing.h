@@ -18,6 +18,9 @@ Operations operationsOf(NSView& view, NSRect rect);
 /// What `view` draws when it is redrawn whole.
 Operations operationsOf(NSView& view);
 
+/// How the record shows a path that is a rectangle with round corners, after "fillPath" or "strokePath".
+std::string roundedRect(NSRect rect, double xRadius, double yRadius);
+
 /// A view that draws what it is told to.
 class Canvas final : public NSView
 {

@@ -19,8 +19,8 @@ public:
     NSSize shadowOffset() const { return _offset; }
     void setShadowOffset(NSSize offset) { _offset = offset; }
 
-    /// How far the shadow's edge is spread to either side, in points: about twice the standard deviation of the
-    /// blur. Default 0 for a sharp edge, as are negative values and NaN.
+    /// How far the shadow's edge is spread to either side, in points: about twice the standard deviation of
+    /// the blur. Default 0 for a sharp edge, as are negative values and NaN.
     double shadowBlurRadius() const { return _blurRadius; }
     void setShadowBlurRadius(double radius) { _blurRadius = radius; }
 
