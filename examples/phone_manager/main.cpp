@@ -62,24 +62,12 @@ bool writePicture(PhoneManager& manager, const std::filesystem::path& file)
     return true;
 }
 
-/// Does to a button what the pointer would.
-void point(ZuToolButton& button, NSEventType type)
+/// What the pointer does in the middle of a button.
+Ref<NSEvent> pointer(const ZuToolButton& button, NSEventType type)
 {
     const NSSize size = button.bounds().size;
     const NSPoint middle = button.convertPoint_toView({size.width * 0.5, size.height * 0.5}, nullptr);
-    const Ref<NSEvent> event = NSEvent::mouseEventWithType_location_window(type, middle, nullptr);
-    switch (type) {
-    case NSEventType::MouseEntered:
-        return button.mouseEntered(event.get());
-    case NSEventType::LeftMouseDown:
-        return button.mouseDown(event.get());
-    case NSEventType::LeftMouseUp:
-        return button.mouseUp(event.get());
-    case NSEventType::LeftMouseDragged:
-        return button.mouseDragged(event.get());
-    case NSEventType::MouseExited:
-        return button.mouseExited(event.get());
-    }
+    return NSEvent::mouseEventWithType_location_window(type, middle, nullptr);
 }
 
 /// Walks through the application as a user would, on settings files in `work`, and leaves pictures in
@@ -92,12 +80,12 @@ bool writePictures(const std::filesystem::path& folder, const std::filesystem::p
 
     ZuToolButton& contacts = *manager->buttons()[1];
     ZuToolButton& photos = *manager->buttons()[2];
-    point(photos, NSEventType::LeftMouseDown);
-    point(photos, NSEventType::LeftMouseUp);
+    photos.mouseDown(pointer(photos, NSEventType::LeftMouseDown).get());
+    photos.mouseUp(pointer(photos, NSEventType::LeftMouseUp).get());
     written = writePicture(*manager, folder / "photos.png") && written;
-    point(contacts, NSEventType::MouseEntered);
-    point(photos, NSEventType::MouseEntered);
-    point(photos, NSEventType::LeftMouseDown);
+    contacts.mouseEntered(pointer(contacts, NSEventType::MouseEntered).get());
+    photos.mouseEntered(pointer(photos, NSEventType::MouseEntered).get());
+    photos.mouseDown(pointer(photos, NSEventType::LeftMouseDown).get());
     written = writePicture(*manager, folder / "looks.png") && written;
 
     NSUserDefaults::standardUserDefaults()->setObject_forKey(NSString::stringWithUTF8String("de").get(),

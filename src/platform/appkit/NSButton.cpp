@@ -198,3 +198,15 @@ void NSButton::mouseUp(NSEvent* event)
         performClick(this);
     }
 }
+
+bool NSButton::keyDown(NSEvent* event)
+{
+    const Ref<NSString> characters = event->characters();
+    if (!isEnabled() || !characters || characters->characters() != u" ") {
+        return NSControl::keyDown(event);
+    }
+    if (!event->isARepeat()) {
+        performClick(this);
+    }
+    return true;
+}

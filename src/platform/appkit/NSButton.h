@@ -7,7 +7,8 @@ class NSImage;
 class NSString;
 
 /// A push button: tracks a press from the mouse going down inside to its release, and sends its action if
-/// that happens inside, too. Draws its title in the middle of a plain face.
+/// that happens inside, too; while it has the keyboard, the space key sends it as well. Draws its title in the
+/// middle of a plain face.
 class TESSALINE_EXPORT NSButton : public NSControl
 {
 public:
@@ -43,6 +44,9 @@ public:
     void mouseDown(NSEvent* event) override;
     void mouseDragged(NSEvent* event) override;
     void mouseUp(NSEvent* event) override;
+    /// Enabled buttons take the keyboard.
+    bool acceptsFirstResponder() const override { return isEnabled(); }
+    bool keyDown(NSEvent* event) override;
     /// Ends a press without an action.
     void viewDidHide() override;
 

@@ -29,6 +29,7 @@ NSControl* NSControl::initWithFrame(NSRect frame)
 void NSControl::setEnabled(bool enabled)
 {
     if (std::exchange(_enabled, enabled) != enabled) {
+        acceptsFirstResponderDidChange();
         setNeedsDisplay();
     }
 }

@@ -9,7 +9,7 @@ class TESSALINE_EXPORT NSControl : public NSView
 public:
     NSControl* initWithFrame(NSRect frame) override;
 
-    /// Initially enabled. A disabled control takes no press.
+    /// Initially enabled. A disabled control takes no press and no key.
     bool isEnabled() const { return _enabled; }
     void setEnabled(bool enabled);
 

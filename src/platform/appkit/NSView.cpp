@@ -349,6 +349,18 @@ void NSView::mouseUp(NSEvent* event)
     }
 }
 
+bool NSView::keyDown(NSEvent* event)
+{
+    return _superview != nullptr && _superview->keyDown(event);
+}
+
+void NSView::acceptsFirstResponderDidChange()
+{
+    if (_peer != nullptr) {
+        _peer->updateFocusPolicy();
+    }
+}
+
 void NSView::mouseEntered(NSEvent* /*event*/) {}
 
 void NSView::mouseExited(NSEvent* /*event*/) {}
@@ -404,6 +416,7 @@ QWidget* NSView::widget()
     }
     _peer = new ViewPeer(*this);
     _peer->showToolTip(toolTip().get());
+    _peer->updateFocusPolicy();
     placePeer();
     castShadow();
     _placesFlipped = isFlipped();

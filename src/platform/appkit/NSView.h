@@ -114,6 +114,16 @@ public:
     virtual void mouseEntered(NSEvent* event);
     virtual void mouseExited(NSEvent* event);
 
+    // The keyboard
+
+    /// Whether the view takes the keyboard: by a press, and by Tab, which goes through the views that do in
+    /// the order in which they came into the window. Initially not.
+    virtual bool acceptsFirstResponder() const { return false; }
+    /// Called with each key while the view has the keyboard, except for those that move it on. True if the
+    /// view used the key; one that no view uses goes to what the views are in. The base class passes it on
+    /// to the superview.
+    virtual bool keyDown(NSEvent* event);
+
     /// Called when the view is no longer on the screen: hidden, taken away or its window closed.
     virtual void viewDidHide();
 
@@ -132,6 +142,10 @@ public:
 
 protected:
     ~NSView() override;
+
+    /// To be called when `acceptsFirstResponder` has changed its answer. A view that has the keyboard and
+    /// takes it no longer hands it to the next one.
+    void acceptsFirstResponderDidChange();
 
 private:
     friend class NSWindow;

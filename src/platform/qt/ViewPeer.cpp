@@ -13,6 +13,8 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QStyleOptionFocusRect>
+#include <QStylePainter>
 #include <QTextDocument> // Qt::mightBeRichText
 
 #include <algorithm>
@@ -122,6 +124,15 @@ void ViewPeer::castShadow(const NSShadow* shadow)
     setGraphicsEffect(shows ? new ShadowEffect(*shadow) : nullptr);
 }
 
+void ViewPeer::updateFocusPolicy()
+{
+    const bool accepts = _view->acceptsFirstResponder();
+    setFocusPolicy(accepts ? Qt::StrongFocus : Qt::NoFocus);
+    if (!accepts && window()->focusWidget() == this && !focusNextChild()) {
+        clearFocus();
+    }
+}
+
 void ViewPeer::requestRepaint(NSRect rect)
 {
     if (!_view->isFlipped()) {
@@ -166,9 +177,24 @@ void ViewPeer::paintEvent(QPaintEvent* event)
             },
             Qt::QueuedConnection);
     }
-    QPainter painter(this);
-    const Ref<PainterGraphicsContext> context = make<PainterGraphicsContext>(painter, flipped, height);
-    _view->displayRectIgnoringOpacity_inContext(_view->takeUpdateRect(exposed), *context);
+    {
+        QPainter painter(this);
+        const Ref<PainterGraphicsContext> context = make<PainterGraphicsContext>(painter, flipped, height);
+        _view->displayRectIgnoringOpacity_inContext(_view->takeUpdateRect(exposed), *context);
+    }
+    if (hasFocus() && _reachedByKey) {
+        drawFocusRing();
+    }
+}
+
+void ViewPeer::drawFocusRing()
+{
+    QStylePainter painter(this);
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    option.state |= QStyle::State_KeyboardFocusChange;
+    option.backgroundColor = palette().color(backgroundRole());
+    painter.drawPrimitive(QStyle::PE_FrameFocusRect, option);
 }
 
 void ViewPeer::resizeEvent(QResizeEvent* event)
@@ -259,4 +285,35 @@ void ViewPeer::mouseReleaseEvent(QMouseEvent* event)
 void ViewPeer::mouseDoubleClickEvent(QMouseEvent* event)
 {
     mousePressEvent(event); // the second of two quick presses is a press like any other
+}
+
+void ViewPeer::focusInEvent(QFocusEvent* event)
+{
+    switch (event->reason()) {
+    case Qt::ActiveWindowFocusReason:
+    case Qt::PopupFocusReason:
+    case Qt::MenuBarFocusReason:
+        break; // it comes back from elsewhere
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+    case Qt::ShortcutFocusReason:
+        // Qt gives these reasons, too, when it moves the focus off a widget that was taken away by a press.
+        _reachedByKey = window()->testAttribute(Qt::WA_KeyboardFocusChange);
+        break;
+    default:
+        _reachedByKey = false;
+    }
+    QWidget::focusInEvent(event); // repaints, as for the focus that leaves
+}
+
+void ViewPeer::keyPressEvent(QKeyEvent* event)
+{
+    // An event that is not accepted goes on to the parent: the peer of the superview, which the view has
+    // asked already and which has not the focus, and in the end to the host's widgets.
+    event->ignore();
+    if (_view != nullptr && hasFocus()) {
+        const Ref<NSEvent> key = NSEvent::keyEventWithType_characters_isARepeat_window(
+            NSEventType::KeyDown, fromQt(event->text()), event->isAutoRepeat(), _view->window().get());
+        event->setAccepted(_view->keyDown(key.get()));
+    }
 }

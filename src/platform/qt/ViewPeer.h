@@ -38,6 +38,9 @@ public:
     /// Casts a shadow from now on; null for none.
     void castShadow(const NSShadow* shadow);
 
+    /// Takes the keyboard from now on if the view does, or else hands it to the next widget.
+    void updateFocusPolicy();
+
     /// Asks for a repaint of `rect`, in the view's coordinates.
     void requestRepaint(NSRect rect);
 
@@ -52,14 +55,18 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     NSPoint toView(QPointF position) const;
     Ref<NSEvent> eventAt(QPointF position, NSEventType type) const;
     void pointerAt(std::optional<QPointF> position);
     void updateTracking();
+    void drawFocusRing();
 
     NSView* _view;                   // null once the view is gone
     QSize _placed;                   // the size that the view's frame asks for
     std::optional<QPointF> _pointer; // where the pointer is, in the widget's coordinates, if it is inside
+    bool _reachedByKey = false;      // the way in which the focus came last
 };
