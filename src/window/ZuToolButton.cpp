@@ -86,7 +86,10 @@ const ClassTable& ZuToolButton::classTable() const
     return table;
 }
 
-ZuToolButton::ZuToolButton() = default;
+ZuToolButton::ZuToolButton()
+{
+    setFocusRingType(NSFocusRingType::None);
+}
 
 ZuToolButton::~ZuToolButton()
 {

@@ -16,7 +16,8 @@ class NSTrackingArea;
 ///
 /// Two flags choose among three looks: normal; hover, while the pointer is inside and the window is the
 /// key window; and pressed, while moreover the left button is down. Whether the button is enabled does
-/// not show. The action is sent by the base class, on a release inside or by the space key.
+/// not show, nor, unless the application gives it a focus ring, whether it has the keyboard. The action is
+/// sent by the base class, on a release inside or by the space key.
 ///
 /// `initWithFrame` and `awakeFromNib` both set the defaults below, replacing what was set before. Setters
 /// only store: a new value shows at the next redraw. The eight properties below can be read and written from

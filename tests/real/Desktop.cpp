@@ -45,8 +45,14 @@ void focus(unsigned long window)
 
 QColor colorOnScreen(QPoint place)
 {
-    const QPixmap pixel = QGuiApplication::primaryScreen()->grabWindow(0, place.x(), place.y(), 1, 1);
-    return pixel.toImage().pixelColor(0, 0);
+    return pictureOfScreen(QRect(place, QSize(1, 1))).pixelColor(0, 0);
+}
+
+QImage pictureOfScreen(QRect rect)
+{
+    return QGuiApplication::primaryScreen()
+        ->grabWindow(0, rect.x(), rect.y(), rect.width(), rect.height())
+        .toImage();
 }
 
 bool waitUntil(const std::function<bool()>& condition)

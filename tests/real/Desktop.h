@@ -5,7 +5,9 @@
 #include <vector>
 
 class QColor;
+class QImage;
 class QPoint;
+class QRect;
 
 /// The display that a test runs on: its pointer, moved by another process, and what it shows.
 namespace desktop
@@ -21,6 +23,7 @@ void release();
 void focus(unsigned long window);
 
 QColor colorOnScreen(QPoint place);
+QImage pictureOfScreen(QRect rect);
 
 /// Handles events until `condition` holds. False if it does not within a generous time.
 bool waitUntil(const std::function<bool()>& condition);

@@ -65,6 +65,8 @@ TEST(NSButtonRealTest, IsOperatedByKeys)
     EXPECT_TRUE(showsRing(0, false)) << "the window gives it the keyboard";
     desktop::xdotool({"key", "Tab"});
     EXPECT_TRUE(showsRing(1, true));
+    buttons[1]->setFocusRingType(NSFocusRingType::None);
+    EXPECT_TRUE(showsRing(1, false));
     desktop::xdotool({"key", "shift+Tab"});
     EXPECT_TRUE(showsRing(0, true));
     desktop::xdotool({"key", "space"});

@@ -354,6 +354,12 @@ bool NSView::keyDown(NSEvent* event)
     return _superview != nullptr && _superview->keyDown(event);
 }
 
+void NSView::setFocusRingType(NSFocusRingType type)
+{
+    _focusRingType = type;
+    setNeedsDisplay();
+}
+
 void NSView::acceptsFirstResponderDidChange()
 {
     if (_peer != nullptr) {

@@ -18,6 +18,9 @@ class NSWindow;
 class QWidget;
 class ViewPeer;
 
+/// Whether a ring is drawn over a view that has the keyboard and was reached by keys.
+enum class NSFocusRingType : unsigned long { Default = 0, None = 1 };
+
 /// A rectangle of a window that draws itself and takes events. A view keeps its subviews alive; its
 /// superview and its window it only knows. Everything here happens on the user-interface thread.
 class TESSALINE_EXPORT NSView : public NSObject
@@ -124,6 +127,10 @@ public:
     /// to the superview.
     virtual bool keyDown(NSEvent* event);
 
+    /// The setter asks for a redraw.
+    NSFocusRingType focusRingType() const { return _focusRingType; }
+    void setFocusRingType(NSFocusRingType type);
+
     /// Called when the view is no longer on the screen: hidden, taken away or its window closed.
     virtual void viewDidHide();
 
@@ -183,6 +190,7 @@ private:
     NSRect _frame;
     NSRect _dirtyRect;
     bool _hidden = false;
+    NSFocusRingType _focusRingType = NSFocusRingType::Default;
     bool _placesFlipped = false; // the way up that the peers of the subviews are placed for
     NSView* _superview = nullptr;
     NSWindow* _contentWindow = nullptr; // the window whose content view this is

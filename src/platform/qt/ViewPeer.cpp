@@ -182,7 +182,8 @@ void ViewPeer::paintEvent(QPaintEvent* event)
         const Ref<PainterGraphicsContext> context = make<PainterGraphicsContext>(painter, flipped, height);
         _view->displayRectIgnoringOpacity_inContext(_view->takeUpdateRect(exposed), *context);
     }
-    if (hasFocus() && _reachedByKey) {
+    const bool ring = _view->focusRingType() != NSFocusRingType::None;
+    if (ring && hasFocus() && _reachedByKey) {
         drawFocusRing();
     }
 }

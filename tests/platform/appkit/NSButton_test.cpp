@@ -3,8 +3,8 @@
 #include "platform/appkit/NSApplication.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/foundation/NSAttributedString.h"
-#include "platform/graphics/NSColor.h"
 #include "platform/foundation/Weak.h"
+#include "platform/graphics/NSColor.h"
 #include "support/ActionTarget.h"
 #include "support/Drawing.h"
 
