@@ -210,3 +210,16 @@ bool NSButton::keyDown(NSEvent* event)
     }
     return true;
 }
+
+Ref<NSString> NSButton::accessibilityLabel() const
+{
+    const Ref<NSString> label = NSControl::accessibilityLabel();
+    return label ? label : title();
+}
+
+bool NSButton::accessibilityPerformPress()
+{
+    const bool enabled = isEnabled();
+    performClick(this);
+    return enabled;
+}

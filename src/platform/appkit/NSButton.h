@@ -7,8 +7,8 @@ class NSImage;
 class NSString;
 
 /// A push button: tracks a press from the mouse going down inside to its release, and sends its action if
-/// that happens inside, too; while it has the keyboard, the space key sends it as well. Draws its title in the
-/// middle of a plain face.
+/// that happens inside, too; while it has the keyboard, the space key sends it as well. Draws its title in
+/// the middle of a plain face.
 class TESSALINE_EXPORT NSButton : public NSControl
 {
 public:
@@ -47,6 +47,11 @@ public:
     /// Enabled buttons take the keyboard.
     bool acceptsFirstResponder() const override { return isEnabled(); }
     bool keyDown(NSEvent* event) override;
+    NSAccessibilityRole accessibilityRole() const override { return NSAccessibilityRole::Button; }
+    /// The title unless another label was set.
+    Ref<NSString> accessibilityLabel() const override;
+    /// Performs a click if the button is enabled.
+    bool accessibilityPerformPress() override;
     /// Ends a press without an action.
     void viewDidHide() override;
 

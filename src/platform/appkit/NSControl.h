@@ -25,6 +25,8 @@ public:
     /// or the target has no such method (which is reported).
     bool sendAction_to(SEL action, NSObject* target);
 
+    bool isAccessibilityEnabled() const override { return isEnabled(); }
+
     const ClassTable& classTable() const override;
     static const ClassTable table;
 

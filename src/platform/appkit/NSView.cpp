@@ -6,6 +6,7 @@
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/ClassTable.h"
 #include "platform/foundation/Diagnostics.h"
+#include "platform/foundation/NSNumber.h"
 #include "platform/foundation/NSString.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSGraphicsContext.h"
@@ -226,6 +227,7 @@ void NSView::setToolTip(Ref<NSString> text)
     _toolTip.set(text);
     if (_peer != nullptr) {
         _peer->showToolTip(text.get());
+        _peer->announceChanges();
     }
 }
 
@@ -349,24 +351,6 @@ void NSView::mouseUp(NSEvent* event)
     }
 }
 
-bool NSView::keyDown(NSEvent* event)
-{
-    return _superview != nullptr && _superview->keyDown(event);
-}
-
-void NSView::setFocusRingType(NSFocusRingType type)
-{
-    _focusRingType = type;
-    setNeedsDisplay();
-}
-
-void NSView::acceptsFirstResponderDidChange()
-{
-    if (_peer != nullptr) {
-        _peer->updateFocusPolicy();
-    }
-}
-
 void NSView::mouseEntered(NSEvent* /*event*/) {}
 
 void NSView::mouseExited(NSEvent* /*event*/) {}
@@ -411,6 +395,66 @@ void NSView::updateTrackingAreas(std::optional<NSPoint> pointer, bool inKeyWindo
             owner->mouseExited(event.get());
         }
     }
+}
+
+// The keyboard
+
+bool NSView::keyDown(NSEvent* event)
+{
+    return _superview != nullptr && _superview->keyDown(event);
+}
+
+void NSView::setFocusRingType(NSFocusRingType type)
+{
+    _focusRingType = type;
+    setNeedsDisplay();
+}
+
+void NSView::acceptsFirstResponderDidChange()
+{
+    if (_peer != nullptr) {
+        _peer->updateFocusPolicy();
+    }
+}
+
+// Assistive technology
+
+Ref<NSString> NSView::accessibilityLabel() const
+{
+    return _accessibilityLabel.get();
+}
+
+void NSView::setAccessibilityLabel(Ref<NSString> label)
+{
+    _accessibilityLabel.set(label);
+    if (_peer != nullptr) {
+        _peer->announceChanges();
+    }
+}
+
+Ref<NSString> NSView::accessibilityHelp() const
+{
+    return toolTip();
+}
+
+Ref<NSNumber> NSView::accessibilityValue() const
+{
+    return nullptr;
+}
+
+Ref<NSNumber> NSView::accessibilityMinValue() const
+{
+    return nullptr;
+}
+
+Ref<NSNumber> NSView::accessibilityMaxValue() const
+{
+    return nullptr;
+}
+
+bool NSView::accessibilityPerformPress()
+{
+    return false;
 }
 
 // The peer

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/appkit/NSAccessibility.h"
 #include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/NSObject.h"
 #include "platform/foundation/Property.h"
@@ -11,6 +12,7 @@ class CALayer;
 class NSEvent;
 class NSGraphicsContext;
 class NSImage;
+class NSNumber;
 class NSShadow;
 class NSString;
 class NSTrackingArea;
@@ -117,6 +119,14 @@ public:
     virtual void mouseEntered(NSEvent* event);
     virtual void mouseExited(NSEvent* event);
 
+    /// Called when the view is no longer on the screen: hidden, taken away or its window closed.
+    virtual void viewDidHide();
+
+    void addTrackingArea(Ref<NSTrackingArea> area);
+    /// Takes the area away without telling its owner; nothing happens if the view has no such area.
+    void removeTrackingArea(NSTrackingArea* area);
+    const std::vector<Ref<NSTrackingArea>>& trackingAreas() const { return _trackingAreas; }
+
     // The keyboard
 
     /// Whether the view takes the keyboard: by a press, and by Tab, which goes through the views that do in
@@ -131,13 +141,24 @@ public:
     NSFocusRingType focusRingType() const { return _focusRingType; }
     void setFocusRingType(NSFocusRingType type);
 
-    /// Called when the view is no longer on the screen: hidden, taken away or its window closed.
-    virtual void viewDidHide();
+    // Assistive technology: what the view says of itself to those who do not see it. What has changed is told
+    // with the next redraw, so that a setter need only ask for one.
 
-    void addTrackingArea(Ref<NSTrackingArea> area);
-    /// Takes the area away without telling its owner; nothing happens if the view has no such area.
-    void removeTrackingArea(NSTrackingArea* area);
-    const std::vector<Ref<NSTrackingArea>>& trackingAreas() const { return _trackingAreas; }
+    virtual NSAccessibilityRole accessibilityRole() const { return NSAccessibilityRole::Unknown; }
+    /// The view's name in a word or two; copied, null, the default, for none. A new one is told at once.
+    virtual Ref<NSString> accessibilityLabel() const;
+    void setAccessibilityLabel(Ref<NSString> label);
+    /// What the view is for: its tool tip, of which a new one is told at once.
+    virtual Ref<NSString> accessibilityHelp() const;
+    /// Whether the view can be operated.
+    virtual bool isAccessibilityEnabled() const { return true; }
+    /// What the view measures, and from where to where that can go. Null, as in the base class, for nothing.
+    virtual Ref<NSNumber> accessibilityValue() const;
+    virtual Ref<NSNumber> accessibilityMinValue() const;
+    virtual Ref<NSNumber> accessibilityMaxValue() const;
+    /// Does what a press on the view would, which is offered for buttons. False, as in the base class, if
+    /// that is nothing.
+    virtual bool accessibilityPerformPress();
 
     /// The Qt widget that stands for this view, made at the first call together with those of its
     /// subviews. It belongs to the view. A host application that is built on Qt itself can place it in
@@ -197,6 +218,7 @@ private:
     std::vector<Ref<NSView>> _subviews;
     std::vector<Ref<NSTrackingArea>> _trackingAreas;
     CopyProperty<NSString> _toolTip;
+    CopyProperty<NSString> _accessibilityLabel;
     Ref<CALayer> _layer;
     CopyProperty<NSShadow> _shadow;
     ViewPeer* _peer = nullptr; // owned; null until needed, or when its Qt parent destroyed it

@@ -6,6 +6,7 @@
 #include "platform/foundation/NSString.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSShadow.h"
+#include "platform/qt/AccessibleView.h"
 #include "platform/qt/Conversions.h"
 #include "platform/qt/PainterGraphicsContext.h"
 
@@ -83,6 +84,7 @@ void destroyWidget(QWidget* widget)
 ViewPeer::ViewPeer(NSView& view) : _view(&view)
 {
     setMouseTracking(true);
+    AccessibleView::install();
 }
 
 ViewPeer::~ViewPeer()
@@ -131,6 +133,23 @@ void ViewPeer::updateFocusPolicy()
     if (!accepts && window()->focusWidget() == this && !focusNextChild()) {
         clearFocus();
     }
+}
+
+void ViewPeer::announceChanges()
+{
+    if (QAccessible::isActive()) {
+        // A factory of the host may have had its own idea of this widget.
+        if (auto* accessible = dynamic_cast<AccessibleView*>(QAccessible::queryAccessibleInterface(this))) {
+            accessible->announceChanges();
+        }
+    }
+}
+
+void ViewPeer::performPress()
+{
+    const EventInProgress progress;
+    const Ref<NSView> view(_view);
+    view->accessibilityPerformPress();
 }
 
 void ViewPeer::requestRepaint(NSRect rect)
@@ -186,6 +205,7 @@ void ViewPeer::paintEvent(QPaintEvent* event)
     if (ring && hasFocus() && _reachedByKey) {
         drawFocusRing();
     }
+    announceChanges();
 }
 
 void ViewPeer::drawFocusRing()

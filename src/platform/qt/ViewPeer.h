@@ -27,6 +27,9 @@ public:
     explicit ViewPeer(NSView& view);
     ~ViewPeer() override;
 
+    /// Borrowed; null once the view is gone.
+    NSView* view() const { return _view; }
+
     /// Called by the view's destructor: nothing reaches the view any more, and the widget is destroyed.
     void abandon();
 
@@ -40,6 +43,11 @@ public:
 
     /// Takes the keyboard from now on if the view does, or else hands it to the next widget.
     void updateFocusPolicy();
+
+    /// Tells assistive technology, if there is any, what is new about the view.
+    void announceChanges();
+    /// Has the view, which may end by it, do what a press on it would.
+    void performPress();
 
     /// Asks for a repaint of `rect`, in the view's coordinates.
     void requestRepaint(NSRect rect);

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QWidget>
+
 namespace
 {
 
@@ -16,6 +19,7 @@ TEST(NSApplicationTest, CanBeFollowedByAnother)
         const Ref<ZuToolButton> button =
             make<ZuToolButton>()->initWithFrame(NSMakeRect(0.0, 0.0, 99.0, 50.0));
         button->setTitle(text("Title"));
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(button->widget())->role(), QAccessible::PushButton);
         EXPECT_NE(button->imageOfBounds(1.0), nullptr); // nothing that was cached belongs to the one before
     }
 }

@@ -1,0 +1,9 @@
+#pragma once
+
+/// What kind of thing a view is to assistive technology.
+enum class NSAccessibilityRole {
+    Unknown,
+    Group,
+    Button,
+    ProgressIndicator,
+};

@@ -1,0 +1,114 @@
+// Views as assistive technology meets them, through Qt.
+
+#include "platform/appkit/NSButton.h"
+#include "platform/foundation/NSNumber.h"
+#include "support/ActionTarget.h"
+#include "support/Drawing.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QCoreApplication>
+#include <QStringList>
+#include <QWidget>
+
+namespace
+{
+
+class Gauge : public NSView
+{
+public:
+    NSAccessibilityRole accessibilityRole() const override { return NSAccessibilityRole::ProgressIndicator; }
+    Ref<NSNumber> accessibilityValue() const override { return value; }
+    Ref<NSNumber> accessibilityMinValue() const override { return NSNumber::numberWithInteger(-20); }
+    Ref<NSNumber> accessibilityMaxValue() const override { return NSNumber::numberWithDouble(0.5); }
+
+    Ref<NSNumber> value;
+};
+
+QAccessibleInterface& accessible(NSView& view)
+{
+    return *QAccessible::queryAccessibleInterface(view.widget());
+}
+
+/// What is said of a view: its role, name, description, what can be done, whether it is disabled, its value.
+std::string said(QAccessibleInterface& view)
+{
+    const QAccessible::Role role = view.role();
+    QStringList words{role == QAccessible::PushButton    ? "button"
+                      : role == QAccessible::ProgressBar ? "progress"
+                      : role == QAccessible::Client      ? "widget"
+                                                         : "?"};
+    words << view.text(QAccessible::Name) << view.text(QAccessible::Description);
+    words << view.actionInterface()->actionNames();
+    words << (view.state().disabled ? "disabled" : "") << (view.state().focusable ? "focusable" : "");
+    words << (view.state().invalid ? "invalid" : "");
+    if (QAccessibleValueInterface* value = view.valueInterface()) {
+        value->setCurrentValue(0.25); // nothing happens
+        words << value->minimumValue().toString() << value->currentValue().toString()
+              << value->maximumValue().toString();
+    }
+    words.removeAll("");
+    return words.join(' ').toStdString();
+}
+
+class NSAccessibilityTest : public testing::Test
+{
+protected:
+    NSAccessibilityTest()
+    {
+        button->setTarget(target.get());
+        button->setAction(ActionTarget::kAction);
+        button->setTitle(text("OK"));
+        button->setToolTip(text("Closes <all>."));
+        content->addSubview(button);
+        content->addSubview(gauge);
+    }
+
+    Ref<ActionTarget> target = make<ActionTarget>();
+    Ref<NSButton> button = make<NSButton>();
+    Ref<Gauge> gauge = make<Gauge>();
+    Ref<NSView> content = make<NSView>();
+};
+
+TEST_F(NSAccessibilityTest, SaysWhatViewsSayOfThemselves)
+{
+    const std::string help = " Closes <all>.";
+    EXPECT_EQ(said(accessible(*content)), "widget");
+    EXPECT_EQ(said(accessible(*button)), "button OK" + help + " Press SetFocus focusable");
+    button->setAccessibilityLabel(text("Accept"));
+    button->setEnabled(false);
+    EXPECT_EQ(said(accessible(*button)), "button Accept" + help + " disabled");
+    EXPECT_EQ(said(accessible(*gauge)), "progress");
+    gauge->setAccessibilityLabel(text("Copying"));
+    gauge->value = NSNumber::numberWithInteger(-3);
+    EXPECT_EQ(said(accessible(*gauge)), "progress Copying -20 -3 0.5");
+}
+
+TEST_F(NSAccessibilityTest, PressesButtons)
+{
+    const auto press = [](QAccessibleInterface& view) {
+        view.actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    };
+    press(accessible(*gauge));
+    press(accessible(*button));
+    EXPECT_EQ(target->senders.size(), 1U);
+    button->setEnabled(false);
+    press(accessible(*button));
+    EXPECT_EQ(target->senders.size(), 1U);
+    EXPECT_FALSE(button->accessibilityPerformPress());
+
+    button->setEnabled(true);
+    QAccessibleInterface& left = accessible(*button);
+    const QAccessible::Id id = QAccessible::uniqueId(&left);
+    target->onAction = [&] { std::exchange(button, nullptr)->removeFromSuperview(); };
+    press(left);
+    press(left); // the button is gone, its widget still waits to be destroyed
+    EXPECT_EQ(target->senders.size(), 2U);
+    EXPECT_FALSE(left.isValid());
+    EXPECT_EQ(said(left), "widget invalid");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr);
+}
+
+} // namespace
