@@ -180,6 +180,7 @@ TEST_F(NSButtonKeyboardTest, HandTheKeyboardOn)
         {"disabled", enable(2, false), "0*"},
         {"enabled", enable(2, true), "0*"},
         {"a press elsewhere", [&] { buttons[2]->widget()->setFocus(Qt::MouseFocusReason); }, "2"},
+        {"the window is left and is back", [&] { activate(other), activate(host); }, "2"},
         {"a disabled button more", enable(0, false), "2"},
         {"the last one is disabled", enable(2, false), "none"},
     };
