@@ -5,6 +5,7 @@
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSGraphics.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -74,6 +75,29 @@ void ZuProgressView::drawRect(NSRect rect)
         color->setStroke();
         track->stroke();
     }
+}
+
+NSAccessibilityRole ZuProgressView::accessibilityRole() const
+{
+    return NSAccessibilityRole::ProgressIndicator;
+}
+
+Ref<NSNumber> ZuProgressView::accessibilityValue() const
+{
+    const double total = total_();
+    const double step = step_();
+    const bool known = total > 0.0 && std::isfinite(total) && !std::isnan(step);
+    return known ? NSNumber::numberWithDouble(std::clamp(step, 0.0, total)) : nullptr;
+}
+
+Ref<NSNumber> ZuProgressView::accessibilityMinValue() const
+{
+    return NSNumber::numberWithDouble(0.0);
+}
+
+Ref<NSNumber> ZuProgressView::accessibilityMaxValue() const
+{
+    return NSNumber::numberWithDouble(total_());
 }
 
 Ref<NSColor> ZuProgressView::color_border_() const

@@ -3,6 +3,7 @@
 #include "platform/appkit/NSView.h"
 
 class NSColor;
+class NSNumber;
 
 /// Shows how far a task has come: a rounded track, over it the done part, which grows from the left edge in
 /// proportion to `step_` out of `total_` and has square corners, and a rounded border on top.
@@ -21,6 +22,14 @@ public:
 
     /// Draws the bar that fills `rect`.
     void drawRect(NSRect rect) override;
+
+    // Assistive technology learns `step_` of `total_`, from 0, as far as the bar can show it; nothing while
+    // there is no total above 0. What the task is, `setAccessibilityLabel` tells.
+
+    NSAccessibilityRole accessibilityRole() const override;
+    Ref<NSNumber> accessibilityValue() const override;
+    Ref<NSNumber> accessibilityMinValue() const override;
+    Ref<NSNumber> accessibilityMaxValue() const override;
 
     // Colours: default null; what has none is not drawn.
 

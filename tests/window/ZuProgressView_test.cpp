@@ -2,6 +2,7 @@
 
 #include "picture_sheet/Scenes.h"
 #include "platform/graphics/NSColor.h"
+#include "support/Accessibility.h"
 #include "support/Drawing.h"
 
 #include <gtest/gtest.h>
@@ -87,6 +88,29 @@ TEST(ZuProgressViewTest, TakesAnyNumbers)
         view->setFrame({{}, size});
         EXPECT_EQ(operationsOf(*view), bar(view->bounds(), "")) << "no room within the border";
         behind->imageOfBounds(1.0);
+    }
+}
+
+TEST(ZuProgressViewTest, SaysHowFarTheTaskHasCome)
+{
+    const Ref<ZuProgressView> view = shown("a quarter");
+    view->setAccessibilityLabel(text("Copying"));
+    struct Case {
+        double step;
+        double total;
+        const char* said;
+    };
+    for (const auto& [step, total, words] : {Case{25.0, 100.0, "progress Copying 0 25 100"},
+                                             {0.5, 0.75, "progress Copying 0 0.5 0.75"},
+                                             {150.0, 100.0, "progress Copying 0 100 100"},
+                                             {-1.0, 100.0, "progress Copying 0 0 100"},
+                                             {25.0, 0.0, "progress Copying"},
+                                             {-25.0, -100.0, "progress Copying"},
+                                             {25.0, std::nan(""), "progress Copying"},
+                                             {std::nan(""), 100.0, "progress Copying"}}) {
+        view->setStep_(step);
+        view->setTotal_(total);
+        EXPECT_EQ(said(accessible(*view)), words) << step << " of " << total;
     }
 }
 

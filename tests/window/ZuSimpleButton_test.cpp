@@ -6,6 +6,7 @@
 #include "platform/foundation/NSAttributedString.h"
 #include "platform/foundation/Weak.h"
 #include "platform/graphics/NSColor.h"
+#include "support/Accessibility.h"
 #include "support/ActionTarget.h"
 #include "support/Drawing.h"
 
@@ -223,6 +224,19 @@ TEST_F(ZuSimpleButtonPressTest, ColoursTheTitleAtOnceAndTheRestWithTheNextRedraw
     EXPECT_EQ(button->getColor_normal_font(), NSColor::whiteColor());
     button->setColor_normal_font(nullptr);
     EXPECT_EQ(titleColor(*button), kWhite) << "null leaves it";
+}
+
+TEST_F(ZuSimpleButtonPressTest, IsAButtonToKeysAndAssistiveTechnology)
+{
+    button->setToolTip(text("Copies all photos."));
+    EXPECT_EQ(said(accessible(*button)), "button Import Copies all photos. Press SetFocus focusable");
+    EXPECT_TRUE(button->keyDown(
+        NSEvent::keyEventWithType_characters_isARepeat_window(NSEventType::KeyDown, text(" "), false, nullptr)
+            .get()));
+    EXPECT_EQ(target->senders.size(), 1U);
+    EXPECT_EQ(state(), "normal on normal");
+    button->setEnabled(false);
+    EXPECT_EQ(said(accessible(*button)), "button Import Copies all photos. disabled");
 }
 
 TEST(ZuSimpleButtonTest, AwakesWithItsDefaults)

@@ -67,6 +67,12 @@ void NSBox::setTitle(Ref<NSString> title)
     setNeedsDisplay();
 }
 
+Ref<NSString> NSBox::accessibilityLabel() const
+{
+    Ref<NSString> label = NSView::accessibilityLabel();
+    return label ? label : title();
+}
+
 void NSBox::setTransparent(bool transparent)
 {
     _transparent = transparent;

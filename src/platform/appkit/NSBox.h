@@ -42,6 +42,10 @@ public:
 
     void drawRect(NSRect rect) override;
 
+    NSAccessibilityRole accessibilityRole() const override { return NSAccessibilityRole::Group; }
+    /// The title unless another label was set.
+    Ref<NSString> accessibilityLabel() const override;
+
     const ClassTable& classTable() const override;
     static const ClassTable table;
 

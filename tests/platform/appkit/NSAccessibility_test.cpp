@@ -2,6 +2,7 @@
 
 #include "platform/appkit/NSButton.h"
 #include "platform/foundation/NSNumber.h"
+#include "support/Accessibility.h"
 #include "support/ActionTarget.h"
 #include "support/Drawing.h"
 
@@ -9,8 +10,6 @@
 
 #include <QAccessible>
 #include <QCoreApplication>
-#include <QStringList>
-#include <QWidget>
 
 namespace
 {
@@ -25,32 +24,6 @@ public:
 
     Ref<NSNumber> value;
 };
-
-QAccessibleInterface& accessible(NSView& view)
-{
-    return *QAccessible::queryAccessibleInterface(view.widget());
-}
-
-/// What is said of a view: its role, name, description, what can be done, whether it is disabled, its value.
-std::string said(QAccessibleInterface& view)
-{
-    const QAccessible::Role role = view.role();
-    QStringList words{role == QAccessible::PushButton    ? "button"
-                      : role == QAccessible::ProgressBar ? "progress"
-                      : role == QAccessible::Client      ? "widget"
-                                                         : "?"};
-    words << view.text(QAccessible::Name) << view.text(QAccessible::Description);
-    words << view.actionInterface()->actionNames();
-    words << (view.state().disabled ? "disabled" : "") << (view.state().focusable ? "focusable" : "");
-    words << (view.state().invalid ? "invalid" : "");
-    if (QAccessibleValueInterface* value = view.valueInterface()) {
-        value->setCurrentValue(0.25); // nothing happens
-        words << value->minimumValue().toString() << value->currentValue().toString()
-              << value->maximumValue().toString();
-    }
-    words.removeAll("");
-    return words.join(' ').toStdString();
-}
 
 class NSAccessibilityTest : public testing::Test
 {

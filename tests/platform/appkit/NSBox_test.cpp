@@ -3,6 +3,7 @@
 #include "platform/foundation/NSAttributes.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
+#include "support/Accessibility.h"
 #include "support/Drawing.h"
 
 #include <gtest/gtest.h>
@@ -34,6 +35,7 @@ TEST(NSBoxTest, DrawsAFrameUnderItsTitle)
                               " font \"Arial\" 11"}));
     box->setBorderWidth(0.0);
     EXPECT_EQ(operationsOf(*box).size(), 1U);
+    EXPECT_EQ(said(accessible(*box)), "group Photos");
     box->setTransparent(true);
     EXPECT_EQ(operationsOf(*box), Operations{});
 }
