@@ -1,5 +1,6 @@
 #include "window/ZuToolButton.h"
 
+#include "picture_sheet/Scenes.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSTrackingArea.h"
 #include "platform/foundation/NSAttributes.h"
@@ -82,7 +83,7 @@ protected:
         return look + std::string(button->needsDisplay() ? ", redraw" : "");
     }
 
-    Ref<ZuToolButton> button = make<ZuToolButton>()->initWithFrame(NSMakeRect(0.0, 0.0, 200.0, 60.0));
+    Ref<ZuToolButton> button = Ref(dynamic_cast<ZuToolButton*>(look("ZuToolButton", "normal").get()));
     NSSize name =
         text("Contacts")
             ->sizeWithAttributes({{NSFontAttributeName, NSFont::fontWithName_size("Arial Bold", 14.0)}});
