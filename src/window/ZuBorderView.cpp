@@ -78,13 +78,3 @@ void ZuBorderView::setColor_border_(Ref<NSColor> color)
 {
     _color_border_.set(std::move(color));
 }
-
-double ZuBorderView::width_border_() const
-{
-    return _width_border_.get();
-}
-
-void ZuBorderView::setWidth_border_(double width)
-{
-    _width_border_.set(width);
-}

@@ -34,8 +34,8 @@ public:
 
     /// In points, half of which lies inside the view and shows; 0 or less means the thinnest line that the
     /// device shows. Default 1.
-    double width_border_() const;
-    void setWidth_border_(double width);
+    double width_border_() const { return _width_border_.get(); }
+    void setWidth_border_(double width) { _width_border_.set(width); }
 
     const ClassTable& classTable() const override;
     static const ClassTable table;

@@ -66,13 +66,3 @@ void ZuBox::setColor(Ref<NSColor> color)
 {
     _color.set(std::move(color));
 }
-
-std::int64_t ZuBox::height() const
-{
-    return _height.get();
-}
-
-void ZuBox::setHeight(std::int64_t height)
-{
-    _height.set(height);
-}

@@ -25,8 +25,8 @@ public:
 
     /// The line's thickness in points, half of which lies inside the box and shows; 0 or less means the
     /// thinnest line that the device shows. Default 1.
-    std::int64_t height() const;
-    void setHeight(std::int64_t height);
+    std::int64_t height() const { return _height.get(); }
+    void setHeight(std::int64_t height) { _height.set(height); }
 
     const ClassTable& classTable() const override;
     static const ClassTable table;

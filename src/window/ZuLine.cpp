@@ -71,26 +71,6 @@ void ZuLine::drawRect(NSRect rect)
     path->stroke();
 }
 
-std::int32_t ZuLine::type_() const
-{
-    return _type_.get();
-}
-
-void ZuLine::setType_(std::int32_t type)
-{
-    _type_.set(type);
-}
-
-std::int32_t ZuLine::style_() const
-{
-    return _style_.get();
-}
-
-void ZuLine::setStyle_(std::int32_t style)
-{
-    _style_.set(style);
-}
-
 Ref<NSColor> ZuLine::color_() const
 {
     return _color_.get();

@@ -31,12 +31,12 @@ public:
     void drawRect(NSRect rect) override;
 
     /// Default `kHorizontal`.
-    std::int32_t type_() const;
-    void setType_(std::int32_t type);
+    std::int32_t type_() const { return _type_.get(); }
+    void setType_(std::int32_t type) { _type_.set(type); }
 
     /// Default `kSolid`.
-    std::int32_t style_() const;
-    void setStyle_(std::int32_t style);
+    std::int32_t style_() const { return _style_.get(); }
+    void setStyle_(std::int32_t style) { _style_.set(style); }
 
     /// Default black; with null nothing is drawn.
     Ref<NSColor> color_() const;

@@ -45,18 +45,18 @@ public:
     void setColor_used_(Ref<NSColor> color);
 
     /// Radii of the corners of track and border, in points. Default 0.
-    double xRadius_() const;
-    void setXRadius_(double radius);
-    double yRadius_() const;
-    void setYRadius_(double radius);
+    double xRadius_() const { return _xRadius_.get(); }
+    void setXRadius_(double radius) { _xRadius_.set(radius); }
+    double yRadius_() const { return _yRadius_.get(); }
+    void setYRadius_(double radius) { _yRadius_.set(radius); }
 
     /// The amount that means a full bar. Default 0: nothing is known, and nothing shows as done.
-    double total_() const;
-    void setTotal_(double total);
+    double total_() const { return _total_.get(); }
+    void setTotal_(double total) { _total_.set(total); }
 
     /// The amount done so far. Default 0.
-    double step_() const;
-    void setStep_(double step);
+    double step_() const { return _step_.get(); }
+    void setStep_(double step) { _step_.set(step); }
 
     const ClassTable& classTable() const override;
     static const ClassTable table;

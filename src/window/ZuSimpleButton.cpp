@@ -190,16 +190,6 @@ void ZuSimpleButton::drawRect(NSRect rect)
     }
 }
 
-void* ZuSimpleButton::userdata() const
-{
-    return _userdata.get();
-}
-
-void ZuSimpleButton::setUserdata(void* data)
-{
-    _userdata.set(data);
-}
-
 Ref<NSColor> ZuSimpleButton::color_hover_font() const
 {
     return _color_hover_font.get();
@@ -248,24 +238,4 @@ Ref<NSColor> ZuSimpleButton::color_hover_background() const
 void ZuSimpleButton::setColor_hover_background(Ref<NSColor> color)
 {
     _color_hover_background.set(std::move(color));
-}
-
-double ZuSimpleButton::xRadius_() const
-{
-    return _xRadius_.get();
-}
-
-void ZuSimpleButton::setXRadius_(double radius)
-{
-    _xRadius_.set(radius);
-}
-
-double ZuSimpleButton::yRadius_() const
-{
-    return _yRadius_.get();
-}
-
-void ZuSimpleButton::setYRadius_(double radius)
-{
-    _yRadius_.set(radius);
 }

@@ -49,8 +49,8 @@ public:
 
     /// Whatever the application attaches; not owned, never looked at here, and not reached by name. Default
     /// null.
-    void* userdata() const;
-    void setUserdata(void* data);
+    void* userdata() const { return _userdata.get(); }
+    void setUserdata(void* data) { _userdata.set(data); }
 
     /// Title in the hover look, from the next entry on. Default the accent colour, #20BAEA.
     Ref<NSColor> color_hover_font() const;
@@ -73,10 +73,10 @@ public:
     void setColor_hover_background(Ref<NSColor> color);
 
     /// Radii of the face's corners, in points. Default 4.
-    double xRadius_() const;
-    void setXRadius_(double radius);
-    double yRadius_() const;
-    void setYRadius_(double radius);
+    double xRadius_() const { return _xRadius_.get(); }
+    void setXRadius_(double radius) { _xRadius_.set(radius); }
+    double yRadius_() const { return _yRadius_.get(); }
+    void setYRadius_(double radius) { _yRadius_.set(radius); }
 
     const ClassTable& classTable() const override;
     static const ClassTable table;
