@@ -43,6 +43,13 @@ public:
     /// none. Returns false, with a line on standard error, if the object has no such method.
     bool performSelector_withObject(SEL selector, NSObject* argument);
 
+    /// Does that from the event loop after so many seconds (at most 24 days), or with its next turn for 0,
+    /// less and no number; messages of the same delay come in the order in which they were asked for. Object
+    /// and argument are kept alive until then. To be called on the user-interface thread. While no loop
+    /// runs, the message waits, and it is dropped when the application ends; where there is no application,
+    /// that is reported and nothing happens.
+    void performSelector_withObject_afterDelay(SEL selector, NSObject* argument, double seconds);
+
     /// Sets a property by name. Numbers are handed over as `NSNumber`. Returns false, and changes
     /// nothing, if there is no such property or the value is not of its type; null fits object
     /// properties only.
