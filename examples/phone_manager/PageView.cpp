@@ -14,7 +14,6 @@
 namespace
 {
 
-constexpr double kMargin = 28.0;
 constexpr double kHeadlineHeight = 40.0;
 constexpr double kTextHeight = 48.0;
 constexpr double kItemHeight = PageView::kPictureSize.height + 16.0;
@@ -101,6 +100,13 @@ void PageView::setItems(std::vector<Item> items)
     setNeedsDisplay();
 }
 
+NSRect PageView::contentRect() const
+{
+    const auto [width, height] = bounds().size;
+    const double top = kMargin + kHeadlineHeight + kTextHeight;
+    return NSMakeRect(kColumnWidth, top, width - kColumnWidth, height - kMargin - kNoteHeight - top);
+}
+
 void PageView::drawRect(NSRect /*rect*/)
 {
     const auto [width, height] = bounds().size;
@@ -113,7 +119,7 @@ void PageView::drawRect(NSRect /*rect*/)
     const double noteTop = height - kMargin - kNoteHeight;
     draw(_headline, NSMakeRect(left, kMargin, column, kHeadlineHeight), "Arial Bold", 24.0, 0.13);
     draw(_text, NSMakeRect(left, textTop, column, noteTop - textTop), "Arial", 14.0, 0.27);
-    NSRect place = NSMakeRect(left, textTop + kTextHeight, column, kItemHeight);
+    NSRect place = NSMakeRect(left, contentRect().origin.y, column, kItemHeight);
     for (const Item& item : _items) {
         draw(item, place);
         place.origin.y += kItemHeight;

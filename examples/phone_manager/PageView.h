@@ -9,11 +9,13 @@ class NSImage;
 class NSString;
 
 /// The window's content: a white column for buttons at the left, a page with a headline, a text, a list of
-/// pictures and, at the bottom, a note at the right.
+/// pictures or a view and, at the bottom, a note at the right.
 class PageView final : public NSView
 {
 public:
     static constexpr double kColumnWidth = 300.0;
+    /// Around what the page shows.
+    static constexpr double kMargin = 28.0;
     /// The largest picture of the list, in points.
     static constexpr NSSize kPictureSize{84.0, 60.0};
 
@@ -29,6 +31,10 @@ public:
     PageView* initWithFrame(NSRect frame) override;
     bool isFlipped() const override { return true; }
     void drawRect(NSRect rect) override;
+
+    /// The place between text and note, with the margins at its sides. The list stands there, and a view
+    /// instead of it may.
+    NSRect contentRect() const;
 
     /// Show other texts (UTF-8) from the next redraw on, which is asked for.
     void setHeadline(const std::string& headline);

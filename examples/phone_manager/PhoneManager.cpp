@@ -1,6 +1,8 @@
 #include "PhoneManager.h"
 
+#include "ImportView.h"
 #include "PageView.h"
+#include "Texts.h"
 
 #include <basic/bas_user_defaults.h>
 #include <platform/appkit/NSWindow.h>
@@ -41,9 +43,12 @@ constexpr std::array kKinds{
          "The address book of the connected phone."},
     Kind{"photos", "Photos", "Pictures from the camera roll, with the folders that they came from.", nullptr,
          "The camera roll of the connected phone."},
+    Kind{"import", "Import", "Copies the photos of the phone to a folder on this computer.", nullptr,
+         "What is on the phone stays there."},
     Kind{"backups", "Backups", "Available when a phone is connected.", nullptr, nullptr},
 };
-constexpr const char* kPhotos = "photos";
+constexpr std::string_view kPhotos = "photos";
+constexpr std::string_view kImport = "import";
 
 struct Accent {
     const char* name;
@@ -53,26 +58,13 @@ constexpr std::array kAccents{Accent{"Sky", "32,186,234"}, Accent{"Meadow", "52,
                               Accent{"Sunset", "224,104,32"}, Accent{"Violet", "126,87,194"}};
 
 constexpr int kMostOpened = 1'000'000'000; // that is counted
-constexpr NSSize kWindowSize{760.0, 504.0};
+constexpr NSSize kWindowSize{760.0, 600.0};
 constexpr double kMargin = 12.0;
 constexpr double kButtonHeight = 84.0;
 constexpr std::array kSelectors{
     selector<&PhoneManager::openKind>("openKind:"),
     selector<&PhoneManager::changeAppearance>("changeAppearance:"),
 };
-
-Ref<NSString> text(const std::string& utf8)
-{
-    return NSString::stringWithUTF8String(utf8.c_str());
-}
-
-/// The text in the user's language, with `value` in the place of "%s".
-std::string localised(const std::string& key, const std::string& value = "")
-{
-    std::string result = StringUtil::CustomLocalizedString_withTable(text(key).get(), nullptr)->UTF8String();
-    const std::size_t place = result.find("%s");
-    return place == std::string::npos ? result : result.replace(place, 2, value);
-}
 
 Ref<NSImage> icon(const std::string& name)
 {
@@ -123,8 +115,8 @@ std::optional<PageView::Item> photo(const std::filesystem::path& file)
                                StringUtil::NilToEmpty(date.get())->UTF8String())};
 }
 
-/// The photos that are shipped with the program, by name.
-std::vector<PageView::Item> photos()
+/// The files of the photos that are shipped with the program, by name.
+std::vector<std::filesystem::path> photoFiles()
 {
     const Ref<NSString> resources = FileUtil::GetResourcesDir();
     if (!resources) {
@@ -134,16 +126,35 @@ std::vector<PageView::Item> photos()
     std::error_code error;
     std::filesystem::directory_iterator entry(resources->UTF8String() + "Photos", error);
     for (; entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        files.push_back(entry->path());
+        if (entry->is_regular_file(error)) {
+            files.push_back(entry->path());
+        }
     }
     std::ranges::sort(files);
+    return files;
+}
+
+std::vector<PageView::Item> photos()
+{
     std::vector<PageView::Item> items;
-    for (const std::filesystem::path& file : files) {
+    for (const std::filesystem::path& file : photoFiles()) {
         if (auto item = photo(file)) {
             items.push_back(std::move(*item));
         }
     }
     return items;
+}
+
+/// Null if there is no such setting.
+Ref<NSColor> colorSetting(const BASUserDefaults& settings, const char* key)
+{
+    if (!settings.HasMember(key)) {
+        return nullptr;
+    }
+    constexpr double kFull = 255.0;
+    const BASRGB rgb = settings.GetRGB(key);
+    return NSColor::colorWithSRGBRed_green_blue_alpha(rgb.red / kFull, rgb.green / kFull, rgb.blue / kFull,
+                                                      1.0);
 }
 
 std::string openedKey(const Kind& kind)
@@ -174,6 +185,8 @@ PhoneManager* PhoneManager::initWithSettingsFile(const std::string& path)
 
     _page = make<PageView>()->initWithFrame({{}, kWindowSize});
     buildButtons();
+    _importView = make<ImportView>()->initWithFrame(_page->contentRect());
+    _page->addSubview(_importView);
     applyColors();
 
     const std::string last = _settings->HasMember("kind") ? _settings->GetString("kind") : "";
@@ -223,11 +236,8 @@ void PhoneManager::applyColors()
     }};
     for (const Ref<ZuToolButton>& button : _buttons) {
         for (const auto& [key, setter] : kColors) {
-            if (_settings->HasMember(key)) { // else the button's own colour stays
-                constexpr double kFull = 255.0;
-                const BASRGB rgb = _settings->GetRGB(key);
-                ((*button).*setter)(NSColor::colorWithSRGBRed_green_blue_alpha(
-                    rgb.red / kFull, rgb.green / kFull, rgb.blue / kFull, 1.0));
+            if (const Ref<NSColor> color = colorSetting(*_settings, key)) { // else the button's own stays
+                ((*button).*setter)(color);
             }
         }
         if (_settings->HasMember("icon_offset")) {
@@ -235,6 +245,17 @@ void PhoneManager::applyColors()
         }
         button->setNeedsDisplay();
     }
+    if (const Ref<NSColor> color = colorSetting(*_settings, "color_border")) {
+        _importView->setAccent(color);
+    }
+}
+
+std::filesystem::path PhoneManager::importFolder() const
+{
+    const std::string wanted =
+        _settings->HasMember("import_folder") ? _settings->GetString("import_folder") : "";
+    return std::filesystem::path(_path).parent_path() /
+           (wanted.empty() ? localised("Imported photos") : wanted);
 }
 
 void PhoneManager::showKind(std::size_t kind)
@@ -242,25 +263,30 @@ void PhoneManager::showKind(std::size_t kind)
     const std::string key = openedKey(kKinds[kind]);
     const int opened = _settings->HasMember(key.c_str()) ? _settings->GetInt(key.c_str()) : 0;
     const std::string times =
-        opened == 1 ? localised("Opened once.") : localised("Opened %s times.", std::to_string(opened));
+        opened == 1 ? localised("Opened once.") : localised("Opened %s times.", {std::to_string(opened)});
     _page->setHeadline(localised(kKinds[kind].name));
     _page->setText(localised(kKinds[kind].page) + '\n' + times);
-    _page->setItems(kKinds[kind].key == std::string_view(kPhotos) ? photos() : std::vector<PageView::Item>());
+    _page->setItems(kKinds[kind].key == kPhotos ? photos() : std::vector<PageView::Item>());
+    const bool importing = kKinds[kind].key == kImport;
+    if (importing) {
+        _importView->setFiles_folder(photoFiles(), importFolder());
+    }
+    _importView->setHidden(!importing);
 }
 
 void PhoneManager::showSettingsState()
 {
-    const std::string path = text(_path) ? _path : localised("a file whose name is no text");
+    const std::string path = shownName(_path);
     if (!_writable) {
         _page->setNote(localised("The settings in “%s” cannot be read: the file is damaged, or closed to us. "
                                  "Built-in settings are in use, and nothing is saved, so that the file stays "
                                  "as it is.",
-                                 path));
+                                 {path}));
     } else if (!_settings->IsOk()) {
         _page->setNote(
-            localised("There are no settings in “%s” yet. They are saved with the first change.", path));
+            localised("There are no settings in “%s” yet. They are saved with the first change.", {path}));
     } else {
-        _page->setNote(localised("Settings: %s", std::filesystem::path(path).filename().string()));
+        _page->setNote(localised("Settings: %s", {std::filesystem::path(path).filename().string()}));
     }
 }
 
@@ -296,7 +322,7 @@ void PhoneManager::openKind(NSObject* sender)
     _settings->SetInt(key.c_str(), std::clamp(opened, 0, kMostOpened - 1) + 1);
     _settings->SetString("kind", kKinds[index].key);
     showKind(index);
-    save(localised("%s will be open at the next start.", localised(kKinds[index].name)));
+    save(localised("%s will be open at the next start.", {localised(kKinds[index].name)}));
 }
 
 void PhoneManager::changeAppearance(NSObject* /*sender*/)
@@ -309,5 +335,5 @@ void PhoneManager::changeAppearance(NSObject* /*sender*/)
     _settings->SetString("color_border", next.color);
     _settings->SetString("color_background", next.color);
     applyColors();
-    save(localised("The buttons are in %s from now on.", localised(next.name)));
+    save(localised("The buttons are in %s from now on.", {localised(next.name)}));
 }

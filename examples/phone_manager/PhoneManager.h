@@ -2,10 +2,12 @@
 
 #include <platform/foundation/NSObject.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
 class BASUserDefaults;
+class ImportView;
 class NSWindow;
 class PageView;
 class ZuToolButton;
@@ -28,6 +30,8 @@ public:
 
     PageView* page() const { return _page.get(); }
     const std::vector<Ref<ZuToolButton>>& buttons() const { return _buttons; }
+    /// A part of the page that shows when its kind is open.
+    ImportView* importView() const { return _importView.get(); }
 
     // Actions of the buttons.
     void openKind(NSObject* sender);
@@ -41,6 +45,7 @@ protected:
 
 private:
     void buildButtons();
+    std::filesystem::path importFolder() const;
     void applyColors();
     void showKind(std::size_t kind);
     void showSettingsState();
@@ -50,6 +55,7 @@ private:
     std::string _path;
     bool _writable = false; // no: the file holds something that we cannot read
     Ref<PageView> _page;
+    Ref<ImportView> _importView;
     Ref<NSWindow> _window;
     std::vector<Ref<ZuToolButton>> _buttons; // one for each kind, then the one for the appearance
 };

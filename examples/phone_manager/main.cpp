@@ -3,9 +3,12 @@
 //     phone_manager [SETTINGS]                 opens the window
 //     phone_manager --snapshot DIR [SETTINGS]  writes pictures of it to DIR instead
 
+#include "ImportView.h"
 #include "PageView.h"
 #include "PhoneManager.h"
+#include "PhotoImport.h"
 
+#include <basic/bas_user_defaults.h>
 #include <platform/appkit/NSApplication.h>
 #include <platform/appkit/NSEvent.h>
 #include <platform/foundation/NSBundle.h>
@@ -13,6 +16,7 @@
 #include <platform/foundation/NSString.h>
 #include <platform/foundation/NSUserDefaults.h>
 #include <platform/graphics/NSImage.h>
+#include <window/ZuSimpleButton.h>
 #include <window/ZuToolButton.h>
 
 #include <cstdio>
@@ -63,11 +67,27 @@ bool writePicture(PhoneManager& manager, const std::filesystem::path& file)
 }
 
 /// What the pointer does in the middle of a button.
-Ref<NSEvent> pointer(const ZuToolButton& button, NSEventType type)
+Ref<NSEvent> pointer(const NSButton& button, NSEventType type)
 {
     const NSSize size = button.bounds().size;
     const NSPoint middle = button.convertPoint_toView({size.width * 0.5, size.height * 0.5}, nullptr);
     return NSEvent::mouseEventWithType_location_window(type, middle, nullptr);
+}
+
+void click(NSButton& button)
+{
+    button.mouseDown(pointer(button, NSEventType::LeftMouseDown).get());
+    button.mouseUp(pointer(button, NSEventType::LeftMouseUp).get());
+}
+
+/// Goes on until at least this part of all photos is imported, or no more will be.
+void importPhotos(const ImportView& view, double part)
+{
+    const PhotoImport* import = view.photoImport();
+    while (import != nullptr && import->state() == PhotoImport::State::Running &&
+           static_cast<double>(import->finished()) < static_cast<double>(import->files().size()) * part) {
+        NSApplication::sharedApplication()->handlePendingEvents();
+    }
 }
 
 /// Walks through the application as a user would, on settings files in `work`, and leaves pictures in
@@ -80,13 +100,24 @@ bool writePictures(const std::filesystem::path& folder, const std::filesystem::p
 
     ZuToolButton& contacts = *manager->buttons()[1];
     ZuToolButton& photos = *manager->buttons()[2];
-    photos.mouseDown(pointer(photos, NSEventType::LeftMouseDown).get());
-    photos.mouseUp(pointer(photos, NSEventType::LeftMouseUp).get());
+    click(photos);
     written = writePicture(*manager, folder / "photos.png") && written;
     contacts.mouseEntered(pointer(contacts, NSEventType::MouseEntered).get());
     photos.mouseEntered(pointer(photos, NSEventType::MouseEntered).get());
     photos.mouseDown(pointer(photos, NSEventType::LeftMouseDown).get());
     written = writePicture(*manager, folder / "looks.png") && written;
+
+    const Ref<PhoneManager> importing =
+        make<PhoneManager>()->initWithSettingsFile((work / "settings.json").string());
+    // Beside the copy of the settings, wherever these would have it.
+    BASUserDefaults::GetUserDefaults(PhoneManager::kSettings)->SetString("import_folder", "");
+    click(*importing->buttons()[3]);
+    click(*importing->importView()->importButton());
+    importPhotos(*importing->importView(), 0.5);
+    written = writePicture(*importing, folder / "import.png") && written;
+    importPhotos(*importing->importView(), 1.0);
+    written = writePicture(*importing, folder / "imported.png") && written;
+    click(*importing->buttons()[2]);
 
     NSUserDefaults::standardUserDefaults()->setObject_forKey(NSString::stringWithUTF8String("de").get(),
                                                              languageKey().get());

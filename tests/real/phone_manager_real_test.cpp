@@ -18,9 +18,12 @@ namespace
 
 // Where things are in the window, in points from its top-left.
 constexpr QPoint kContacts(150, 150); // the free part of a button's face
-constexpr QPoint kAppearance(150, 466);
+constexpr QPoint kImport(150, 340);
+constexpr QPoint kAppearance(150, 562);
 constexpr QPoint kContactsBlank(275, 185); // where the face has no text
-constexpr QPoint kPage(500, 300);
+constexpr QPoint kPage(500, 500);
+constexpr QPoint kImportButton(656, 370); // above its title
+constexpr QPoint kProgressEnd(704, 272);
 
 class PhoneManagerRealTest : public testing::Test
 {
@@ -104,6 +107,24 @@ TEST_F(PhoneManagerRealTest, ShowsWhatWasChosenAfterARestart)
     EXPECT_TRUE(shows(kContactsBlank, "#349853"));
     desktop::release();
     EXPECT_TRUE(saved("\"opened_contacts\": 2"));
+}
+
+TEST_F(PhoneManagerRealTest, ImportsThePhotosAtThePressOfAButton)
+{
+    start("de_DE.UTF-8");
+    click(kImport);
+    EXPECT_TRUE(shows(kProgressEnd, "#f0f0f0")) << "nothing done yet";
+    click(kImportButton);
+    EXPECT_TRUE(shows(kProgressEnd, "#20baea"));
+    EXPECT_TRUE(shows(kImportButton, "#ffffff")) << "it can be pressed again";
+    int photos = 0;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(shippedSettings().parent_path() / "Photos")) {
+        const std::string name = entry.path().filename().string();
+        EXPECT_EQ(folder.read("Importierte Fotos/" + name), folder.read(entry.path().string())) << name;
+        ++photos;
+    }
+    EXPECT_EQ(photos, 3);
 }
 
 } // namespace
