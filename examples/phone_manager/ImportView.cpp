@@ -63,6 +63,13 @@ Ref<NSColor> grey(double white)
     return NSColor::colorWithCalibratedWhite_alpha(white, 1.0);
 }
 
+Ref<NSColor> darker(const NSColor& color)
+{
+    constexpr double kPart = 0.85;
+    const auto [red, green, blue, alpha] = color.components();
+    return NSColor::colorWithSRGBRed_green_blue_alpha(red * kPart, green * kPart, blue * kPart, alpha);
+}
+
 Ref<ZuLine> line(NSRect frame, std::int32_t type, std::int32_t style)
 {
     Ref<ZuLine> line = make<ZuLine>()->initWithFrame(frame);
@@ -225,7 +232,9 @@ Ref<ZuSimpleButton> ImportView::button(double x, const char* title, SEL action)
     Ref<ZuSimpleButton> button = make<ZuSimpleButton>()->initWithFrame({{x, kButtonsTop}, kButtonSize});
     button->awakeFromNib();
     button->setTitle(text(localised(title)));
-    button->setColor_normal_border(nullptr); // would frame the grey face of the one that is disabled
+    // What goes with the grey face, too: a press disables the button while the pointer is on it.
+    button->setColor_normal_border(nullptr);
+    button->setColor_hover_font(NSColor::whiteColor());
     button->setTarget(this);
     button->setAction(action);
     return button;
@@ -233,12 +242,13 @@ Ref<ZuSimpleButton> ImportView::button(double x, const char* title, SEL action)
 
 void ImportView::setAccent(const Ref<NSColor>& color)
 {
+    const Ref<NSColor> hover = darker(*color);
     _progress->setColor_used_(color);
     _progress->setNeedsDisplay();
     for (const Ref<ZuSimpleButton>& button : {_importButton, _cancelButton}) {
         button->setColor_normal_background(color);
-        button->setColor_hover_border(color);
-        button->setColor_hover_font(color);
+        button->setColor_hover_background(hover);
+        button->setColor_hover_border(hover);
         button->setNeedsDisplay();
     }
 }
