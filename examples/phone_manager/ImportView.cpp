@@ -209,6 +209,7 @@ Ref<NSView> ImportView::progressPanel()
     _detail->setFrame(NSMakeRect(kPadding, kDetailTop, column, kDetailHeight));
     _progress =
         make<ZuProgressView>()->initWithFrame(NSMakeRect(kPadding, kProgressTop, column, kProgressHeight));
+    _progress->setAccessibilityLabel(text(localised("Progress of the import")));
     _progress->setColor_border_(grey(0.75));
     _progress->setColor_unuse_(grey(0.94));
     _progress->setXRadius_(kProgressRadius);

@@ -89,6 +89,7 @@ Ref<ZuToolButton> toolButton(std::size_t row, const char* image, const char* nam
     const double y = kMargin + static_cast<double>(row) * (kButtonHeight + kMargin);
     const NSRect frame = NSMakeRect(kMargin, y, PageView::kColumnWidth - 2.0 * kMargin, kButtonHeight);
     Ref<ZuToolButton> button = make<ZuToolButton>()->initWithFrame(frame);
+    button->setFocusRingType(NSFocusRingType::Default);
     button->setImage(icon(image));
     button->setTitle(text(localised(name)));
     button->setToolTip(text(localised(description)));

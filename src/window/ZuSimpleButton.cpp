@@ -105,6 +105,14 @@ void ZuSimpleButton::colorTitle()
     UiUtil::setButton_fontColor(this, (isHoverLook() ? color_hover_font() : getColor_normal_font()).get());
 }
 
+void ZuSimpleButton::setEnabled(bool enabled)
+{
+    NSButton::setEnabled(enabled);
+    if (enabled) {
+        colorTitle(); // the pointer may be inside, and the title in the colour of a press or release
+    }
+}
+
 void ZuSimpleButton::mouseEntered(NSEvent* /*event*/)
 {
     UiUtil::setButton_fontColor(this, color_hover_font().get());
@@ -159,7 +167,7 @@ void ZuSimpleButton::drawRect(NSRect rect)
     const Ref<NSBezierPath> face =
         NSBezierPath::bezierPathWithRoundedRect_xRadius_yRadius(rect, xRadius_(), yRadius_());
     face->setLineWidth(kBorderWidth);
-    const bool hover = isEnabled() && isHoverLook();
+    const bool hover = isHoverLook();
     const Ref<NSColor> background = !isEnabled() ? NSColor::grayColor()
                                     : hover      ? color_hover_background()
                                                  : color_normal_background();

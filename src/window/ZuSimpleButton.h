@@ -11,10 +11,10 @@ class NSTrackingArea;
 ///
 /// There are four looks: normal; hover, while the pointer is inside and the window is the key window;
 /// pressed, in the normal colours, while moreover the left button is down; and disabled, with a grey face.
-/// The title's colour is part of the attributed title. It changes with the pointer's events: after each of
-/// them it is `color_hover_font` if the hover look is due and `color_normal_font` otherwise, as it is after
-/// `setTitle` and `setColor_normal_font` in every look. The action is sent by the base class, on a release
-/// inside; what it does to the title keeps the colour of the look that follows.
+/// The title's colour is part of the attributed title. An entry of the pointer makes it `color_hover_font`,
+/// as do a release and an enabling if the hover look follows; all other events, `setTitle` and
+/// `setColor_normal_font` make it `color_normal_font`. The action is sent by the base class, on a release
+/// inside; a title that it sets takes the colour of the look that follows.
 ///
 /// The defaults below are set by `awakeFromNib`, in place of what was set before. A button made in code has
 /// no colours and square corners, and does not watch the pointer. Setters only store, but for
@@ -28,6 +28,8 @@ public:
     ZuSimpleButton* initWithFrame(NSRect frame) override;
     /// Also begins to watch the pointer over the present bounds.
     void awakeFromNib() override;
+
+    void setEnabled(bool enabled) override;
 
     /// The new title is in `color_normal_font`.
     void setTitle(Ref<NSString> title) override;
@@ -87,8 +89,8 @@ protected:
 private:
     struct Layout;
 
-    bool isHoverLook() const { return _entered && !_leftDown; }
-    /// Gives the title the colour that goes with the pointer's state.
+    bool isHoverLook() const { return isEnabled() && _entered && !_leftDown; }
+    /// Gives the title the colour that goes with the look.
     void colorTitle();
     Layout layout(NSSize face) const;
 

@@ -11,7 +11,7 @@ public:
 
     /// Initially enabled. A disabled control takes no press and no key.
     bool isEnabled() const { return _enabled; }
-    void setEnabled(bool enabled);
+    virtual void setEnabled(bool enabled);
 
     /// Where the action goes; not retained.
     Ref<NSObject> target() const { return _target.get(); }
