@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QWidget>
 
 #include <functional>
 
@@ -56,6 +57,8 @@ TEST(NSAccessibilityRealTest, TellsOfChanges)
         make<NSWindow>()->initWithContentRect_styleMask(NSMakeRect(100.0, 400.0, 60.0, 50.0), 0);
     window->setContentView(content);
     window->makeKeyAndOrderFront();
+    desktop::focus(content->widget()->window()->winId());
+    ASSERT_TRUE(desktop::waitUntil([&] { return window->isKeyWindow(); })); // which is told, too
     const auto redraw = [&] {
         button->setNeedsDisplay();
         gauge->setNeedsDisplay();

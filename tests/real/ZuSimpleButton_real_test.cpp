@@ -47,21 +47,22 @@ protected:
             return std::abs(a.red() - b.red()) + std::abs(a.green() - b.green()) +
                    std::abs(a.blue() - b.blue());
         };
-        const bool shown = desktop::waitUntil([&] {
+        return desktop::waitUntil([&] {
+            const auto runs = button->attributedTitle()->runs();
+            const auto color = runs[0].attributes[NSForegroundColorAttributeName]->components();
+            const auto component = [&](std::size_t index) { return static_cast<float>(color[index]); };
+            if (QColor::fromRgbF(component(0), component(1), component(2)) != titleColor) {
+                return false;
+            }
             const QImage picture =
                 desktop::pictureOfScreen(QRect(button->widget()->mapToGlobal(QPoint(4, 4)), QSize(112, 24)));
             int ink = 0; // more title than face
             for (int i = 0; i < picture.width() * picture.height(); ++i) {
-                const QColor color = picture.pixelColor(i % picture.width(), i / picture.width());
-                ink += distance(color, titleColor) < distance(color, face) ? 1 : 0;
+                const QColor shown = picture.pixelColor(i % picture.width(), i / picture.width());
+                ink += distance(shown, titleColor) < distance(shown, face) ? 1 : 0;
             }
             return picture.pixelColor(0, 0) == face && ink > 50 && ink < 400;
         });
-        const auto runs = button->attributedTitle()->runs();
-        const auto [red, green, blue, alpha] =
-            runs[0].attributes[NSForegroundColorAttributeName]->components();
-        return shown && QColor::fromRgbF(static_cast<float>(red), static_cast<float>(green),
-                                         static_cast<float>(blue)) == titleColor;
     }
     bool showsNormal() const { return shows("#ffffff", "#20baea"); }
     bool showsHover() const { return shows("#20baea", "#ffffff"); }

@@ -13,6 +13,8 @@ public:
 
     NSBox* initWithFrame(NSRect frame) override;
 
+    // Each setter asks for a redraw.
+
     /// Copied. Default null, for none.
     Ref<NSString> title() const;
     void setTitle(Ref<NSString> title);
@@ -37,8 +39,6 @@ public:
     /// The radius of the frame's corners, in points. Default 5.
     double cornerRadius() const { return _cornerRadius; }
     void setCornerRadius(double radius);
-
-    // Each setter asks for a redraw.
 
     void drawRect(NSRect rect) override;
 

@@ -38,7 +38,7 @@ public:
     bool isHighlighted() const { return _highlighted; }
 
     /// Sends the action as a click would, unless the button is disabled.
-    void performClick(NSObject* sender);
+    virtual void performClick(NSObject* sender);
 
     void drawRect(NSRect rect) override;
     void mouseDown(NSEvent* event) override;

@@ -175,7 +175,7 @@ void NSView::addSubview(Ref<NSView> view)
     _subviews.push_back(view);
     if (_peer != nullptr) {
         view->widget();
-        view->attachPeerToSuperview();
+        view->_peer->attach();
     }
 }
 
@@ -185,10 +185,10 @@ void NSView::removeFromSuperview()
         return;
     }
     const Ref<NSView> self(this);
-    if (_peer != nullptr) {
-        _peer->setParent(nullptr);
-    }
     std::erase(std::exchange(_superview, nullptr)->_subviews, self);
+    if (_peer != nullptr) {
+        _peer->detach();
+    }
 }
 
 void NSView::leaveItsPlace()
@@ -262,7 +262,7 @@ void NSView::setShadow(Ref<NSShadow> shadow)
 void NSView::castShadow()
 {
     if (_peer != nullptr) {
-        _peer->castShadow(_layer ? shadow().get() : nullptr);
+        _peer->castShadow();
     }
 }
 
@@ -472,16 +472,9 @@ QWidget* NSView::widget()
     _placesFlipped = isFlipped();
     for (const Ref<NSView>& subview : _subviews) {
         subview->widget();
-        subview->attachPeerToSuperview();
+        subview->_peer->attach();
     }
     return _peer;
-}
-
-void NSView::attachPeerToSuperview()
-{
-    _peer->setParent(_superview->_peer);
-    placePeer();
-    _peer->setVisible(!_hidden);
 }
 
 void NSView::placePeer()
@@ -507,7 +500,7 @@ void NSView::detachPeersOfSubviews()
 {
     for (const Ref<NSView>& subview : _subviews) {
         if (subview->_peer != nullptr) {
-            subview->_peer->setParent(nullptr);
+            subview->_peer->detach();
         }
     }
 }

@@ -91,7 +91,8 @@ public:
     CALayer* layer() const { return _layer.get(); }
 
     /// The shadow that the view with its subviews casts on what is behind it, also beyond its bounds; copied,
-    /// null (the default) for none. It shows while the view has a layer.
+    /// null (the default) for none. It shows while the view has a layer. Each redraw costs by the size of the
+    /// whole view, whatever is visible of it. Offsets are limited to 500 points, the blur to 100.
     Ref<NSShadow> shadow() const;
     void setShadow(Ref<NSShadow> shadow);
 
@@ -193,12 +194,13 @@ private:
     void castShadow();
     /// Takes a size that a window or host has given the peer.
     void takeSizeOfPeer(NSSize size);
+    /// Whether the view is in another or is a window's content view.
+    bool hasPlace() const { return _superview != nullptr || _contentWindow != nullptr; }
     /// Leaves the superview, or the window whose content view this is.
     void leaveItsPlace();
 
-    /// Gives the peer its place and parent.
+    /// Gives the peer its place.
     void placePeer();
-    void attachPeerToSuperview();
     /// Takes the peers of the subviews out of this view's, so that they outlive it.
     void detachPeersOfSubviews();
 

@@ -81,7 +81,9 @@ void NSWindow::setContentView(Ref<NSView> view)
     }
     if (const Ref<NSView> old = std::exchange(_contentView, nullptr)) {
         old->_contentWindow = nullptr;
-        old->widget()->setParent(nullptr);
+        if (old->_peer != nullptr) {
+            old->_peer->detach();
+        }
     }
     if (!view) {
         return;

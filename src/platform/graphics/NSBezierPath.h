@@ -47,7 +47,8 @@ public:
 
     /// Dashes: `count` lengths in points, painted and left out in turn and then over again, beginning
     /// `phase` points into them; an odd number of lengths goes on with the opposite. None, the default, is
-    /// a solid line. Lengths that are negative or not finite, or all 0, are reported and change nothing.
+    /// a solid line, as is one over more than 10000 times all lengths. Lengths that are negative or not
+    /// finite, or all 0, are reported and change nothing.
     void setLineDash_count_phase(const double* lengths, long count, double phase);
     const std::vector<double>& lineDash() const { return _lineDash; }
     double lineDashPhase() const { return _lineDashPhase; }

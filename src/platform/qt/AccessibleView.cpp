@@ -37,6 +37,12 @@ NSView* AccessibleView::view() const
     return QAccessibleWidget::isValid() ? static_cast<ViewPeer*>(widget())->view() : nullptr;
 }
 
+bool AccessibleView::canBePressed() const
+{
+    const NSView* const shown = view();
+    return shown != nullptr && !shown->isHidden() && state().disabled == 0;
+}
+
 AccessibleView::Report AccessibleView::report() const
 {
     return {text(QAccessible::Name), text(QAccessible::Description), state().disabled != 0, currentValue()};
@@ -125,7 +131,7 @@ QStringList AccessibleView::actionNames() const
         return {};
     }
     QStringList names = QAccessibleWidget::actionNames();
-    if (shown->accessibilityRole() == NSAccessibilityRole::Button && shown->isAccessibilityEnabled()) {
+    if (shown->accessibilityRole() == NSAccessibilityRole::Button && canBePressed()) {
         names.prepend(pressAction());
     }
     return names;
@@ -137,7 +143,9 @@ void AccessibleView::doAction(const QString& name)
         return;
     }
     if (name == pressAction()) {
-        static_cast<ViewPeer*>(widget())->performPress();
+        if (canBePressed()) {
+            static_cast<ViewPeer*>(widget())->performPress();
+        }
     } else {
         QAccessibleWidget::doAction(name);
     }

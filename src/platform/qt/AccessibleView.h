@@ -52,6 +52,8 @@ private:
 
     /// Null once the view is gone.
     NSView* view() const;
+    /// Whether the view is there and not hidden, and neither it nor a widget around it is disabled.
+    bool canBePressed() const;
     Report report() const;
 
     Report _reported;

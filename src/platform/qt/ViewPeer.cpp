@@ -14,12 +14,14 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
 #include <QTextDocument> // Qt::mightBeRichText
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace
 {
@@ -27,25 +29,32 @@ namespace
 /// Events of peers that are being handled at the moment, nested ones included.
 int eventsInProgress = 0;
 
-class EventInProgress
+/// Those of them in which a view draws: Qt walks its widgets then, and none may change its place among them.
+int drawingsInProgress = 0;
+
+class InProgress
 {
 public:
-    EventInProgress() { ++eventsInProgress; }
-    ~EventInProgress() { --eventsInProgress; }
-    EventInProgress(const EventInProgress&) = delete;
-    EventInProgress& operator=(const EventInProgress&) = delete;
+    explicit InProgress(int& count) : _count(count) { ++_count; }
+    ~InProgress() { --_count; }
+    InProgress(const InProgress&) = delete;
+    InProgress& operator=(const InProgress&) = delete;
+
+private:
+    int& _count;
 };
 
-/// The toolkit's shadow, with a blur that is as wide in points on every device: the toolkit counts it in
-/// pixels, and four of them to the standard deviation.
+/// The toolkit's shadow, with a blur that is as wide in points on every device. The toolkit's blur radius is
+/// in pixels, and about four times the standard deviation.
 class ShadowEffect final : public QGraphicsDropShadowEffect
 {
 public:
-    explicit ShadowEffect(const NSShadow& shadow) : _blurRadius(2.0 * limited(shadow.shadowBlurRadius(), 0.0))
+    explicit ShadowEffect(const NSShadow& shadow)
+        : _blurRadius(2.0 * limited(shadow.shadowBlurRadius(), 0.0, kLargestBlurRadius))
     {
         setColor(toQt(*shadow.shadowColor()));
-        setOffset(limited(shadow.shadowOffset().width, -kFarthest),
-                  -limited(shadow.shadowOffset().height, -kFarthest));
+        setOffset(limited(shadow.shadowOffset().width, -kFarthest, kFarthest),
+                  -limited(shadow.shadowOffset().height, -kFarthest, kFarthest));
         setBlurRadius(_blurRadius);
     }
 
@@ -57,12 +66,13 @@ protected:
     }
 
 private:
-    static constexpr double kFarthest = 500.0; // beyond, pictures of shadows grow large
+    // Beyond, the pictures that the toolkit makes of shadows grow large and slow.
+    static constexpr double kLargestBlurRadius = 100.0;
+    static constexpr double kFarthest = 500.0;
 
-    /// Also for what is no number.
-    static double limited(double points, double least)
+    static double limited(double points, double least, double most)
     {
-        return std::isnan(points) ? 0.0 : std::clamp(points, least, kFarthest);
+        return std::isnan(points) ? 0.0 : std::clamp(points, least, most);
     }
 
     double _blurRadius;
@@ -77,7 +87,9 @@ void destroyWidget(QWidget* widget)
         return;
     }
     widget->hide();
-    widget->setParent(nullptr);
+    if (drawingsInProgress == 0) {
+        widget->setParent(nullptr);
+    }
     widget->deleteLater();
 }
 
@@ -120,10 +132,54 @@ void ViewPeer::showToolTip(const NSString* text)
     setToolTip(Qt::mightBeRichText(plain) ? QString(paragraph).arg(plain.toHtmlEscaped()) : plain);
 }
 
-void ViewPeer::castShadow(const NSShadow* shadow)
+void ViewPeer::castShadow()
 {
-    const bool shows = shadow != nullptr && shadow->shadowColor();
-    setGraphicsEffect(shows ? new ShadowEffect(*shadow) : nullptr);
+    afterDrawing([this] {
+        const Ref<NSShadow> shadow = _view != nullptr && _view->wantsLayer() ? _view->shadow() : nullptr;
+        auto effect = shadow && shadow->shadowColor() ? std::make_unique<ShadowEffect>(*shadow) : nullptr;
+        // The toolkit leaves out a shadow that falls nowhere, and then cannot draw one inside of it.
+        const bool shows = effect && (!effect->offset().isNull() || effect->blurRadius() > 0.0);
+        setGraphicsEffect(shows ? effect.release() : nullptr);
+    });
+}
+
+void ViewPeer::attach()
+{
+    const auto attachNow = [this] {
+        if (_view != nullptr && _view->superview() != nullptr) {
+            setParent(_view->superview()->widget());
+            _view->placePeer();
+            setVisible(!_view->isHidden());
+        }
+    };
+    if (parentWidget() == nullptr) {
+        attachNow();
+    } else {
+        afterDrawing(attachNow);
+    }
+}
+
+void ViewPeer::detach()
+{
+    if (drawingsInProgress == 0) {
+        setParent(nullptr);
+        return;
+    }
+    hide();
+    afterDrawing([this] {
+        if (_view == nullptr || !_view->hasPlace()) {
+            setParent(nullptr);
+        }
+    });
+}
+
+void ViewPeer::afterDrawing(const std::function<void()>& change)
+{
+    if (drawingsInProgress == 0) {
+        change();
+    } else {
+        QMetaObject::invokeMethod(this, change, Qt::QueuedConnection);
+    }
 }
 
 void ViewPeer::updateFocusPolicy()
@@ -147,7 +203,7 @@ void ViewPeer::announceChanges()
 
 void ViewPeer::performPress()
 {
-    const EventInProgress progress;
+    const InProgress progress(eventsInProgress);
     const Ref<NSView> view(_view);
     view->accessibilityPerformPress();
 }
@@ -165,7 +221,7 @@ bool ViewPeer::event(QEvent* event)
     if (_view == nullptr) {
         return QWidget::event(event);
     }
-    const EventInProgress progress;
+    const InProgress progress(eventsInProgress);
     const Ref<NSView> view(_view); // may be let go by whatever the event leads to
     const bool result = QWidget::event(event);
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate) {
@@ -185,18 +241,15 @@ void ViewPeer::paintEvent(QPaintEvent* event)
     if (!flipped) {
         exposed.origin.y = height - exposed.origin.y - exposed.size.height;
     }
-    if (flipped != _view->_placesFlipped) {
-        // Later: widgets are not moved while they are painted.
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
+    {
+        const InProgress drawing(drawingsInProgress);
+        if (flipped != _view->_placesFlipped) {
+            afterDrawing([this] {
                 if (_view != nullptr) {
                     _view->setNeedsDisplay();
                 }
-            },
-            Qt::QueuedConnection);
-    }
-    {
+            });
+        }
         QPainter painter(this);
         const Ref<PainterGraphicsContext> context = make<PainterGraphicsContext>(painter, flipped, height);
         _view->displayRectIgnoringOpacity_inContext(_view->takeUpdateRect(exposed), *context);
@@ -295,10 +348,11 @@ void ViewPeer::mousePressEvent(QMouseEvent* event)
 void ViewPeer::mouseReleaseEvent(QMouseEvent* event)
 {
     event->setAccepted(event->button() == Qt::LeftButton);
+    const QPointer<ViewPeer> self(this); // a host's window may go, and its widgets with it
     if (_view != nullptr && event->isAccepted()) {
         _view->mouseUp(eventAt(event->position(), NSEventType::LeftMouseUp).get());
     }
-    if (event->buttons() == Qt::NoButton) {
+    if (self && event->buttons() == Qt::NoButton) {
         pointerAt(event->position());
     }
 }

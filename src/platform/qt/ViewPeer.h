@@ -7,10 +7,10 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 class NSEvent;
-class NSShadow;
 class NSString;
 class NSView;
 enum class NSEventType : unsigned long;
@@ -38,8 +38,13 @@ public:
 
     void showToolTip(const NSString* text);
 
-    /// Casts a shadow from now on; null for none.
-    void castShadow(const NSShadow* shadow);
+    /// Puts the widget into that of the view's superview.
+    void attach();
+    /// Takes the widget out of the one that it is in.
+    void detach();
+
+    /// Casts the view's shadow from now on.
+    void castShadow();
 
     /// Takes the keyboard from now on if the view does, or else hands it to the next widget.
     void updateFocusPolicy();
@@ -67,6 +72,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    /// Makes a change to widgets, at once or, while a view draws, as soon as that is done.
+    void afterDrawing(const std::function<void()>& change);
     NSPoint toView(QPointF position) const;
     Ref<NSEvent> eventAt(QPointF position, NSEventType type) const;
     void pointerAt(std::optional<QPointF> position);

@@ -10,6 +10,7 @@
 
 #include <QAccessible>
 #include <QCoreApplication>
+#include <QWidget>
 
 namespace
 {
@@ -70,6 +71,14 @@ TEST_F(NSAccessibilityTest, PressesButtons)
     press(accessible(*button));
     EXPECT_EQ(target->senders.size(), 1U);
     EXPECT_FALSE(button->accessibilityPerformPress());
+    button->setEnabled(true);
+    content->widget()->setEnabled(false); // by a host
+    press(accessible(*button));
+    content->widget()->setEnabled(true);
+    button->setHidden(true);
+    press(accessible(*button));
+    button->setHidden(false);
+    EXPECT_EQ(target->senders.size(), 1U);
 
     button->setEnabled(true);
     QAccessibleInterface& left = accessible(*button);

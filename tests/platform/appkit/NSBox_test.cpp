@@ -36,7 +36,16 @@ TEST(NSBoxTest, DrawsAFrameUnderItsTitle)
     box->setBorderWidth(0.0);
     EXPECT_EQ(operationsOf(*box).size(), 1U);
     EXPECT_EQ(said(accessible(*box)), "group Photos");
+    box->setAccessibilityLabel(text("Pictures"));
+    EXPECT_EQ(said(accessible(*box)), "group Pictures");
+    box->setBorderWidth(1.0);
+    box->setCornerRadius(6.0);
+    box->setTitle(nullptr);
+    EXPECT_EQ(operationsOf(*box)[1],
+              "strokePath" + roundedRect(NSMakeRect(0.5, 0.5, 199.0, 79.0), 6.0, 6.0) + " width 1");
+    box->imageOfBounds(1.0);
     box->setTransparent(true);
+    EXPECT_TRUE(box->needsDisplay());
     EXPECT_EQ(operationsOf(*box), Operations{});
 }
 

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QWidget>
 
 #include <functional>
@@ -46,6 +47,9 @@ TEST(NSButtonTest, SendsItsActionOnAReleaseInside)
     EXPECT_EQ(target->senders.size(), 1U);
 
     button->setEnabled(true);
+    send(&NSButton::mouseDown, 5.0);
+    button->viewDidHide();
+    EXPECT_FALSE(send(&NSButton::mouseDragged, 5.0));
     target->onAction = [&] { button = nullptr; };
     button->performClick(nullptr);
     EXPECT_EQ(button, nullptr) << "it is held by nothing";
@@ -81,6 +85,24 @@ TEST(NSButtonTest, DrawsItsTitle)
         << "a colour of its own is kept";
     button->setTitle(text("OK"));
     EXPECT_TRUE(endsWith(" color white(0.5, 1)")) << "and given up with the title";
+}
+
+TEST(NSButtonTest, MayEndTheWindowOfItsHost)
+{
+    const Ref<ActionTarget> target = make<ActionTarget>();
+    const Ref<NSButton> button = make<NSButton>()->initWithFrame(NSMakeRect(0.0, 0.0, 80.0, 24.0));
+    button->setTarget(target.get());
+    button->setAction(ActionTarget::kAction);
+    auto* host = new QWidget;
+    button->widget()->setParent(host);
+    target->onAction = [&] { delete host; };
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+        QMouseEvent event(type, QPointF(5.0, 5.0), QPointF(5.0, 5.0), Qt::LeftButton, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(button->widget(), &event);
+    }
+    EXPECT_EQ(target->senders.size(), 1U);
+    EXPECT_EQ(button->widget()->parentWidget(), nullptr) << "a new one";
 }
 
 /// A widget of a host, which writes down the keys that reach it.

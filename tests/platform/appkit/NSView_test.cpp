@@ -130,7 +130,9 @@ TEST(NSViewTest, TurnsWithTheNextRedraw)
     const Ref<TestView> outer = view(true, 0.0, 0.0, 60.0, 50.0);
     const Ref<TestView> turning = view(false, 0.0, 0.0, 60.0, 50.0);
     const Ref<TestView> child = view(false, 5.0, 0.0, 10.0, 20.0);
-    outer->addSubview(turning);
+    const Ref<TestView> between = view(true, 0.0, 0.0, 60.0, 50.0);
+    outer->addSubview(between);
+    between->addSubview(turning);
     turning->addSubview(child);
     const auto top = [&] { return child->widget()->y(); };
     EXPECT_EQ(top(), 30);
@@ -233,6 +235,54 @@ TEST(NSViewTest, RedrawsWhatWasAskedForAndElseItsWholeFace)
     child->setNeedsDisplay();
     child->setFrame(NSMakeRect(10.0, 10.0, 4.0, 3.0));
     EXPECT_EQ(drawn(*child).back(), child->bounds()) << "and not what it was before";
+}
+
+TEST(NSViewTest, MayBeTakenAwayByItsDrawing)
+{
+    const Ref<NSShadow> nowhere = make<NSShadow>();
+    const Ref<NSShadow> shadow = make<NSShadow>();
+    shadow->setShadowOffset({2.0, -2.0});
+    Ref<NSWindow> window;
+    Ref<NSView> content;
+    Ref<NSView> drawn;
+    const Ref<TestView> other = view(true, 0.0, 0.0, 10.0, 10.0);
+    const std::function<void()> changes[] = {
+        [&] { drawn->setShadow(shadow); },
+        [&] { content->setShadow(nowhere); },
+        [&] { drawn->setWantsLayer(false); },
+        [&] { content->setWantsLayer(false); },
+        [&] { drawn->removeFromSuperview(); },
+        [&] { std::exchange(drawn, nullptr)->removeFromSuperview(); },
+        [&] { other->addSubview(drawn); },
+        [&] { window->setContentView(nullptr); },
+        [&] { window = nullptr; },
+    };
+    for (const std::function<void()>& change : changes) {
+        bool changed = false;
+        content = view(true, 0.0, 0.0, 60.0, 50.0);
+        content->addSubview(other);
+        drawn = make<Canvas>(NSSize{20.0, 20.0}, true, [&] {
+            NSBezierPath::fillRect(NSMakeRect(0.0, 0.0, 10.0, 10.0));
+            if (!std::exchange(changed, true)) {
+                change();
+            }
+        });
+        for (const Ref<NSView>& each : {content, drawn}) {
+            each->setWantsLayer(true);
+            each->setShadow(shadow);
+        }
+        content->addSubview(drawn);
+        window = windowWith(content);
+        window->makeKeyAndOrderFront();
+        while (!changed) {
+            NSApplication::sharedApplication()->handlePendingEvents();
+        }
+        NSApplication::sharedApplication()->handlePendingEvents();
+        if (drawn) {
+            QWidget* around = drawn->superview() == nullptr ? nullptr : drawn->superview()->widget();
+            EXPECT_EQ(drawn->widget()->parentWidget(), around);
+        }
+    }
 }
 
 TEST(NSViewTest, TellsOwnersOfTrackingAreas)

@@ -71,6 +71,13 @@ TEST(NSGraphicsContextTest, CentresLinesOnTheirPaths)
         path->stroke();
     });
     EXPECT_EQ(inkOf(pixelsOf(*line)), QRect(1, 3, 19, 4)) << "lines end at their end";
+    const auto thin = [] {
+        const Ref<NSBezierPath> path = NSBezierPath::bezierPathWithRect(NSMakeRect(10.25, 10.25, 10.0, 10.0));
+        path->setLineWidth(0.0);
+        path->stroke();
+    };
+    EXPECT_EQ(pixel(*paint(true, thin, 2.0), 20, 30), "#ff000000");
+    EXPECT_EQ(pixel(*paint(true, thin, 2.0), 21, 30), kNothing) << "as thin as the device can";
 }
 
 TEST(NSGraphicsContextTest, RecordsPaths)
@@ -130,6 +137,7 @@ TEST(NSGraphicsContextTest, DashesLines)
             path->setLineDash_count_phase(std::array{1.0, -1.0}.data(), 2, 0.0); // no dashes: changes nothing
             path->setLineDash_count_phase(std::array{0.0, 0.0}.data(), 2, 0.0);
             path->setLineDash_count_phase(std::array{HUGE_VAL}.data(), 1, 0.0);
+            path->setLineDash_count_phase(std::array{1.0}.data(), 1, std::nan(""));
             path->stroke();
         };
     };
@@ -142,7 +150,7 @@ TEST(NSGraphicsContextTest, DashesLines)
         return row;
     };
     EXPECT_EQ(painted(dashed({3.0, 1.0}, 0.0, 2.0)), "###.###.###.###.###.");
-    EXPECT_EQ(painted(dashed({3.0, 1.0}, 0.0, 8.0)), "###.###.###.###.###.") << "in points, not in widths";
+    EXPECT_EQ(painted(dashed({3.0, 1.0}, 2.0, 8.0)), "#.###.###.###.###.##") << "in points, not in widths";
     EXPECT_EQ(painted(dashed({3.0, 1.0}, 2.0, 0.0)), "#.###.###.###.###.##") << "also of the thinnest line";
     EXPECT_EQ(painted(dashed({3.0}, 0.0, 2.0)), "###...###...###...##")
         << "and over again the other way round";
@@ -168,6 +176,7 @@ TEST(NSGraphicsContextTest, ReplacesWhatIsUnderARectangle)
     EXPECT_EQ(pixel(*picture, 29, 9), kRed);
     EXPECT_EQ(pixel(*picture, 15, 15), kRed) << "nothing for a rectangle without area";
     EXPECT_EQ(pixel(*picture, 0, 0), "#ff7f0080") << "the colour tints";
+    NSRectFill(NSMakeRect(0.0, 0.0, 1.0, 1.0)); // nowhere
 }
 
 TEST(NSGraphicsContextTest, KeepsImagesUpright)
