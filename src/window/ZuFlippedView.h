@@ -8,4 +8,7 @@ class TESSALINE_EXPORT ZuFlippedView : public NSView
 public:
     ZuFlippedView* initWithFrame(NSRect frame) override;
     bool isFlipped() const override { return true; }
+
+    const ClassTable& classTable() const override;
+    static const ClassTable table;
 };

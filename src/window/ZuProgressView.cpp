@@ -50,10 +50,10 @@ void ZuProgressView::awakeFromNib()
     setYRadius_(0.0);
 }
 
-NSRect ZuProgressView::doneRect(NSRect bar) const
+NSRect ZuProgressView::doneRect(NSRect bar, double total) const
 {
     const double full = std::trunc(bar.size.width - 2.0 * kInset);
-    return NSMakeRect(bar.origin.x + kInset, bar.origin.y + kInset, full * step_() / total_(),
+    return NSMakeRect(bar.origin.x + kInset, bar.origin.y + kInset, full * step_() / total,
                       bar.size.height - 2.0 * kInset);
 }
 
@@ -67,9 +67,10 @@ void ZuProgressView::drawRect(NSRect rect)
         color->setFill();
         track->fill();
     }
-    if (const Ref<NSColor> color = color_used_(); color && total_() != 0.0) {
+    const double total = total_();
+    if (const Ref<NSColor> color = color_used_(); color && total != 0.0) {
         color->set();
-        NSRectFill(doneRect(rect));
+        NSRectFill(doneRect(rect, total));
     }
     if (const Ref<NSColor> color = color_border_()) {
         color->setStroke();

@@ -40,7 +40,8 @@ public:
     Ref<NSColor> color_unuse_() const;
     void setColor_unuse_(Ref<NSColor> color);
 
-    /// Of the done part. A translucent one takes the track's place, too, and does not tint it.
+    /// Of the done part. A translucent one takes the track's place, too: it does not tint it, but
+    /// shows as if on black where the window is opaque.
     Ref<NSColor> color_used_() const;
     void setColor_used_(Ref<NSColor> color);
 
@@ -65,7 +66,7 @@ protected:
     ~ZuProgressView() override;
 
 private:
-    NSRect doneRect(NSRect bar) const;
+    NSRect doneRect(NSRect bar, double total) const;
 
     PlainProperty<double> _total_;
     PlainProperty<double> _step_;

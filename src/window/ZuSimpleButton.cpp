@@ -62,6 +62,7 @@ ZuSimpleButton* ZuSimpleButton::initWithFrame(NSRect frame)
 
 void ZuSimpleButton::awakeFromNib()
 {
+    setBordered(false);
     UiUtil::setButton_fontColor(this, NSColor::whiteColor().get());
     removeTrackingArea(_area.get());
     _area = make<NSTrackingArea>()->initWithRect_options_owner_userInfo(
@@ -137,13 +138,24 @@ void ZuSimpleButton::mouseDown(NSEvent* event)
 
 void ZuSimpleButton::mouseUp(NSEvent* event)
 {
-    const Ref<ZuSimpleButton> self(this);
     _leftDown = false;
     // The pointer is inside still, and the hover face comes next, perhaps while the action runs: the normal
-    // colour could not be read on it. The action may set a title, too.
+    // colour could not be read on it.
     colorTitle();
     NSButton::mouseUp(event);
-    colorTitle();
+}
+
+void ZuSimpleButton::performClick(NSObject* sender)
+{
+    const Ref<ZuSimpleButton> self(this);
+    NSButton::performClick(sender);
+    colorTitle(); // of a title that the action has set, while the pointer may be inside
+}
+
+void ZuSimpleButton::viewDidHide()
+{
+    NSButton::viewDidHide();
+    _leftDown = false;
 }
 
 /// Where image and title lie.

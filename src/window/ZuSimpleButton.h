@@ -14,11 +14,11 @@ class NSTrackingArea;
 /// The title's colour is part of the attributed title. An entry of the pointer makes it `color_hover_font`,
 /// as do a release and an enabling if the hover look follows; all other events, `setTitle` and
 /// `setColor_normal_font` make it `color_normal_font`. The action is sent by the base class, on a release
-/// inside; a title that it sets takes the colour of the look that follows.
+/// inside or by the space key; a title that it sets takes the colour of the look that follows.
 ///
 /// The defaults below are set by `awakeFromNib`, in place of what was set before. A button made in code has
 /// no colours and square corners, and does not watch the pointer. Setters only store, but for
-/// `setColor_normal_font`: a new value shows at the next redraw. The listed properties can be read and
+/// `setColor_normal_font`: a new value shows at the next redraw. The properties at the end can be read and
 /// written from any thread, everything else belongs to the user-interface thread.
 class TESSALINE_EXPORT ZuSimpleButton : public NSButton
 {
@@ -38,6 +38,9 @@ public:
     void mouseExited(NSEvent* event) override;
     void mouseDown(NSEvent* event) override;
     void mouseUp(NSEvent* event) override;
+    void performClick(NSObject* sender) override;
+    /// Ends a press.
+    void viewDidHide() override;
 
     /// Draws the face that fills `rect`, and image and title in the middle of a face of that size.
     void drawRect(NSRect rect) override;
@@ -54,13 +57,10 @@ public:
     void* userdata() const { return _userdata.get(); }
     void setUserdata(void* data) { _userdata.set(data); }
 
-    /// Title in the hover look, from the next entry on. Default the accent colour, #20BAEA.
+    /// Title in the hover look, where a new one shows with the next event. Default the accent colour,
+    /// #20BAEA.
     Ref<NSColor> color_hover_font() const;
     void setColor_hover_font(Ref<NSColor> color);
-
-    /// Border in all other looks. Default the accent colour.
-    Ref<NSColor> color_normal_border() const;
-    void setColor_normal_border(Ref<NSColor> color);
 
     /// Face in the normal and pressed looks. Default the accent colour.
     Ref<NSColor> color_normal_background() const;
@@ -69,6 +69,10 @@ public:
     /// Border in the hover look. Default the accent colour.
     Ref<NSColor> color_hover_border() const;
     void setColor_hover_border(Ref<NSColor> color);
+
+    /// Border in all other looks. Default the accent colour.
+    Ref<NSColor> color_normal_border() const;
+    void setColor_normal_border(Ref<NSColor> color);
 
     /// Face in the hover look. Default white.
     Ref<NSColor> color_hover_background() const;

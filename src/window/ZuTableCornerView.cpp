@@ -1,5 +1,6 @@
 #include "window/ZuTableCornerView.h"
 
+#include "platform/foundation/ClassTable.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSGraphics.h"
@@ -16,6 +17,13 @@ Ref<NSColor> grey()
 }
 
 } // namespace
+
+constinit const ClassTable ZuTableCornerView::table{"ZuTableCornerView", &NSView::table, {}, {}};
+
+const ClassTable& ZuTableCornerView::classTable() const
+{
+    return table;
+}
 
 ZuTableCornerView* ZuTableCornerView::initWithFrame(NSRect frame)
 {

@@ -10,4 +10,7 @@ public:
 
     /// Fills `rect`, and draws its lower and upper edges in the same grey.
     void drawRect(NSRect rect) override;
+
+    const ClassTable& classTable() const override;
+    static const ClassTable table;
 };

@@ -126,6 +126,12 @@ void ZuToolButton::mouseUp(NSEvent* event)
     NSButton::mouseUp(event);
 }
 
+void ZuToolButton::viewDidHide()
+{
+    NSButton::viewDidHide();
+    _leftDown = false;
+}
+
 void ZuToolButton::initData()
 {
     removeTrackingArea(_area.get());

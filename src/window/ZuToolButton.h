@@ -37,6 +37,8 @@ public:
     void mouseExited(NSEvent* event) override;
     void mouseDown(NSEvent* event) override;
     void mouseUp(NSEvent* event) override;
+    /// Ends a press.
+    void viewDidHide() override;
 
     /// Draws the face; `rect` is filled and framed, everything else is laid out from the bounds.
     void drawRect(NSRect rect) override;

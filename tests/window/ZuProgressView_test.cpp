@@ -84,7 +84,9 @@ TEST(ZuProgressViewTest, TakesAnyNumbers)
     EXPECT_EQ(pixel(*full, 208, 15), "#ff20baea");
     EXPECT_EQ(pixel(*full, 212, 15), "#00000000") << "cut off at the right edge";
 
-    for (const NSSize size : {NSSize{1.0, 10.0}, {2.5, 10.0}, {10.0, 1.5}, {0.0, 0.0}}) {
+    view->setStep_(-25.0);
+    view->setTotal_(100.0);
+    for (const NSSize size : {NSSize{1.5, 10.0}, {2.5, 10.0}, {10.0, 1.5}, {0.0, 0.0}}) {
         view->setFrame({{}, size});
         EXPECT_EQ(operationsOf(*view), bar(view->bounds(), "")) << "no room within the border";
         behind->imageOfBounds(1.0);
@@ -100,14 +102,16 @@ TEST(ZuProgressViewTest, SaysHowFarTheTaskHasCome)
         double total;
         const char* said;
     };
-    for (const auto& [step, total, words] : {Case{25.0, 100.0, "progress Copying 0 25 100"},
-                                             {0.5, 0.75, "progress Copying 0 0.5 0.75"},
-                                             {150.0, 100.0, "progress Copying 0 100 100"},
-                                             {-1.0, 100.0, "progress Copying 0 0 100"},
-                                             {25.0, 0.0, "progress Copying"},
-                                             {-25.0, -100.0, "progress Copying"},
-                                             {25.0, std::nan(""), "progress Copying"},
-                                             {std::nan(""), 100.0, "progress Copying"}}) {
+    for (const auto& [step, total, words] :
+         {Case{25.0, 100.0, "progress Copying 0 25 100"},
+          {0.5, 0.75, "progress Copying 0 0.5 0.75"},
+          {150.0, 100.0, "progress Copying 0 100 100"},
+          {-1.0, 100.0, "progress Copying 0 0 100"},
+          {25.0, 0.0, "progress Copying"},
+          {-25.0, -100.0, "progress Copying"},
+          {25.0, std::nan(""), "progress Copying"},
+          {25.0, std::numeric_limits<double>::infinity(), "progress Copying"},
+          {std::nan(""), 100.0, "progress Copying"}}) {
         view->setStep_(step);
         view->setTotal_(total);
         EXPECT_EQ(said(accessible(*view)), words) << step << " of " << total;
@@ -135,6 +139,7 @@ TEST(ZuProgressViewTest, AwakesWithSquareCorners)
     const Ref<ZuProgressView> view = shown("round");
     view->imageOfBounds(1.0);
     view->awakeFromNib();
+    EXPECT_EQ(view->yRadius_(), 0.0);
     view->setStep_(100.0);
     EXPECT_FALSE(view->needsDisplay()) << "stored without a redraw";
     EXPECT_EQ(operationsOf(*view), bar(view->bounds(), "{{1, 1}, {198, 8}}"));

@@ -93,6 +93,11 @@ TEST(ZuSimpleButtonTest, LaysOutImagesByTheSizeOfWhatIsDrawn)
     button->setTitle(nullptr);
     EXPECT_EQ(operationsOf(*button).size(), 5U);
     EXPECT_TRUE(operationsOf(*button)[4].starts_with("drawImage \"icon\" {{37, 6}, {40, 20}}"));
+    for (const auto handler : {&NSView::mouseEntered, &NSView::mouseExited}) {
+        button->imageOfBounds(1.0);
+        ((*button).*handler)(nullptr);
+        EXPECT_TRUE(button->needsDisplay()) << "also without a title that changes";
+    }
 }
 
 TEST(ZuSimpleButtonTest, DrawsNothingWithoutAColour)
@@ -208,19 +213,22 @@ TEST_F(ZuSimpleButtonPressTest, ColoursTheTitleAtOnceAndTheRestWithTheNextRedraw
     button->setXRadius_(10.0);
     button->setYRadius_(5.0);
     button->setColor_normal_border(NSColor::grayColor());
-    button->setColor_hover_border(NSColor::grayColor());
+    button->setColor_hover_border(NSColor::whiteColor());
     button->setColor_hover_font(NSColor::grayColor());
     EXPECT_FALSE(button->needsDisplay());
     EXPECT_EQ(button->userdata(), &data);
     EXPECT_EQ(operationsOf(*button)[2], "fillPath" + roundedRect(button->bounds(), 10.0, 5.0));
     EXPECT_EQ(operationsOf(*button)[1], "strokeColor white(0.5, 1)");
     after({kEnter});
-    EXPECT_EQ(operationsOf(*button)[1], "strokeColor white(0.5, 1)");
+    EXPECT_EQ(operationsOf(*button)[1], "strokeColor white(1, 1)");
     EXPECT_EQ(titleColor(*button), kGrey);
+    button->setTitle(text("Again"));
+    EXPECT_EQ(titleColor(*button), "white(0.125, 1)") << "a new title is in the normal colour";
+    button->setEnabled(false);
+    EXPECT_EQ(operationsOf(*button)[1], "strokeColor white(0.5, 1)");
 
-    EXPECT_TRUE(button->setValue_forKey(NSColor::whiteColor().get(), "color_normal_font"));
+    button->setColor_normal_font(NSColor::whiteColor());
     EXPECT_EQ(titleColor(*button), kWhite);
-    EXPECT_EQ(button->getColor_normal_font(), NSColor::whiteColor());
     button->setColor_normal_font(nullptr);
     EXPECT_EQ(titleColor(*button), kWhite) << "null leaves it";
 }
@@ -233,7 +241,13 @@ TEST_F(ZuSimpleButtonPressTest, IsAButtonToKeysAndAssistiveTechnology)
         NSEvent::keyEventWithType_characters_isARepeat_window(NSEventType::KeyDown, text(" "), false, nullptr)
             .get()));
     EXPECT_EQ(target->senders.size(), 1U);
-    EXPECT_EQ(state(), "normal on normal");
+    after({kEnter});
+    target->onAction = [&] { button->setTitle(text("Import")); };
+    button->accessibilityPerformPress();
+    EXPECT_EQ(state(), "hover on hover");
+    after({kPress});
+    button->viewDidHide();
+    EXPECT_EQ(after({kLeave, kEnter}), "hover on hover");
     button->setEnabled(false);
     EXPECT_EQ(said(accessible(*button)), "button Import Copies all photos. disabled");
 }
@@ -246,7 +260,13 @@ TEST(ZuSimpleButtonTest, AwakesWithItsDefaults)
     EXPECT_EQ(titleColor(*loaded), "none");
     loaded->setXRadius_(7.0);
     loaded->setColor_hover_font(NSColor::blackColor());
+    loaded->setBordered(true);
     loaded->mouseEntered(nullptr);
+    loaded->mouseDown(nullptr);
+    loaded->awakeFromNib();
+    EXPECT_EQ(operationsOf(*loaded).size(), 5U) << "the base draws no face";
+    loaded->mouseEntered(nullptr);
+    EXPECT_EQ(operationsOf(*loaded)[0], std::string("fillColor ") + kWhite) << "not pressed";
     loaded->awakeFromNib();
     EXPECT_EQ(operationsOf(*loaded)[0], std::string("fillColor ") + kAccent) << "not entered";
     EXPECT_EQ(titleColor(*loaded), kWhite);

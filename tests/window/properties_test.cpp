@@ -1,0 +1,94 @@
+// What all controls have in common: properties that interface files set by name, and a frame.
+
+#include "platform/foundation/ClassTable.h"
+#include "platform/foundation/NSNumber.h"
+#include "platform/graphics/NSColor.h"
+#include "support/Drawing.h"
+#include "window/ZuBorderView.h"
+#include "window/ZuBox.h"
+#include "window/ZuFlippedView.h"
+#include "window/ZuLine.h"
+#include "window/ZuProgressView.h"
+#include "window/ZuSimpleButton.h"
+#include "window/ZuTableCornerView.h"
+#include "window/ZuToolButton.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+namespace
+{
+
+class ControlTest : public testing::Test
+{
+protected:
+    template <class T> static Ref<T> made()
+    {
+        const NSRect frame = NSMakeRect(1.0, 2.0, 30.0, 40.0);
+        Ref<T> control = make<T>()->initWithFrame(frame);
+        EXPECT_EQ(control->frame(), frame);
+        EXPECT_EQ(control->superview(), nullptr);
+        return control;
+    }
+
+    /// Sets the property `key` to a value of its own and sees that `getter` answers it.
+    template <class T, class Value>
+    void expectSet(const Ref<T>& control, const char* key, Value (T::*getter)() const)
+    {
+        if constexpr (std::is_same_v<Value, Ref<NSColor>>) {
+            const Ref<NSColor> color = NSColor::colorWithCalibratedWhite_alpha(0.5, 0.5);
+            EXPECT_TRUE(control->setValue_forKey(color.get(), key)) << key;
+            EXPECT_EQ(((*control).*getter)(), color) << key;
+            EXPECT_EQ(control->valueForKey(key), color) << key;
+        } else {
+            const int number = ++_number;
+            EXPECT_TRUE(control->setValue_forKey(NSNumber::numberWithInteger(number).get(), key)) << key;
+            EXPECT_EQ(((*control).*getter)(), static_cast<Value>(number)) << key;
+        }
+    }
+
+private:
+    int _number = 1;
+};
+
+TEST_F(ControlTest, TakesPropertiesByNameAndItsFrame)
+{
+    const Ref<ZuSimpleButton> button = made<ZuSimpleButton>();
+    expectSet(button, "color_normal_font", &ZuSimpleButton::getColor_normal_font);
+    expectSet(button, "color_hover_font", &ZuSimpleButton::color_hover_font);
+    expectSet(button, "color_normal_border", &ZuSimpleButton::color_normal_border);
+    expectSet(button, "color_normal_background", &ZuSimpleButton::color_normal_background);
+    expectSet(button, "color_hover_border", &ZuSimpleButton::color_hover_border);
+    expectSet(button, "color_hover_background", &ZuSimpleButton::color_hover_background);
+    expectSet(button, "xRadius_", &ZuSimpleButton::xRadius_);
+    expectSet(button, "yRadius_", &ZuSimpleButton::yRadius_);
+
+    const Ref<ZuProgressView> progress = made<ZuProgressView>();
+    expectSet(progress, "color_border_", &ZuProgressView::color_border_);
+    expectSet(progress, "color_unuse_", &ZuProgressView::color_unuse_);
+    expectSet(progress, "color_used_", &ZuProgressView::color_used_);
+    expectSet(progress, "xRadius_", &ZuProgressView::xRadius_);
+    expectSet(progress, "yRadius_", &ZuProgressView::yRadius_);
+    expectSet(progress, "total_", &ZuProgressView::total_);
+    expectSet(progress, "step_", &ZuProgressView::step_);
+
+    const Ref<ZuLine> line = made<ZuLine>();
+    expectSet(line, "type_", &ZuLine::type_);
+    expectSet(line, "style_", &ZuLine::style_);
+    expectSet(line, "color_", &ZuLine::color_);
+
+    const Ref<ZuBox> box = made<ZuBox>();
+    expectSet(box, "color", &ZuBox::color);
+    expectSet(box, "height", &ZuBox::height);
+
+    const Ref<ZuBorderView> border = made<ZuBorderView>();
+    expectSet(border, "color_border_", &ZuBorderView::color_border_);
+    expectSet(border, "width_border_", &ZuBorderView::width_border_);
+
+    EXPECT_EQ(made<ZuFlippedView>()->classTable().name, "ZuFlippedView");
+    EXPECT_EQ(made<ZuTableCornerView>()->classTable().name, "ZuTableCornerView");
+    made<ZuToolButton>();
+}
+
+} // namespace
