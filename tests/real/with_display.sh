@@ -12,7 +12,7 @@ for _ in $(seq 100); do
 done
 [ -s "$work/display" ] || { cat "$work/log"; echo "there is no display"; exit 1; }
 unset WAYLAND_DISPLAY
-export DISPLAY=":$(cat "$work/display")" QT_QPA_PLATFORM=xcb QT_STYLE_OVERRIDE=fusion
+export DISPLAY=":$(cat "$work/display")" QT_QPA_PLATFORM=xcb
 unset QT_SCALE_FACTOR
 export XDG_RUNTIME_DIR=$work QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
 dbus-run-session -- bash -eu -c '

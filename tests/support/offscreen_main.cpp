@@ -11,7 +11,6 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    setenv("QT_STYLE_OVERRIDE", "fusion", 1);
     unsetenv("QT_SCALE_FACTOR");
     const Ref<NSApplication> application = NSApplication::sharedApplication();
     return RUN_ALL_TESTS();

@@ -15,8 +15,6 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPointer>
-#include <QStyleOptionFocusRect>
-#include <QStylePainter>
 #include <QTextDocument> // Qt::mightBeRichText
 
 #include <algorithm>
@@ -263,12 +261,20 @@ void ViewPeer::paintEvent(QPaintEvent* event)
 
 void ViewPeer::drawFocusRing()
 {
-    QStylePainter painter(this);
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.state |= QStyle::State_KeyboardFocusChange;
-    option.backgroundColor = palette().color(backgroundRole());
-    painter.drawPrimitive(QStyle::PE_FrameFocusRect, option);
+    // In two colours, one of which shows on any face; that of the style is a tint, which need not.
+    constexpr double kWidth = 2.0;
+    constexpr double kInnerWidth = 1.0;
+    constexpr double kRadius = 4.0;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const auto draw = [&](const QColor& color, double inset, double width) {
+        const double middle = inset + width * 0.5;
+        painter.setPen(QPen(color, width));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(middle, middle, -middle, -middle), kRadius - inset,
+                                kRadius - inset);
+    };
+    draw(palette().color(QPalette::Highlight), 0.0, kWidth);
+    draw(palette().color(QPalette::Base), kWidth, kInnerWidth);
 }
 
 void ViewPeer::resizeEvent(QResizeEvent* event)

@@ -167,7 +167,7 @@ protected:
     {
         for (std::size_t i = 0; i < buttons.size(); ++i) {
             if (QApplication::focusWidget() == buttons[i]->widget()) {
-                const bool plain = pixel(*buttons[i]->imageOfBounds(1.0), 4, 4) == "#fff5f5f5";
+                const bool plain = pixel(*buttons[i]->imageOfBounds(1.0), 2, 20) == "#fff5f5f5";
                 return std::to_string(i) + (plain ? "" : "*");
             }
         }
