@@ -40,9 +40,10 @@ SheetView* SheetView::initWithLooks(const std::vector<Look>& looks)
     const auto columns = static_cast<std::size_t>((kWidest - 2.0 * kMargin + kGap) / (cell.width + kGap));
     NSSize sheet;
     for (std::size_t i = 0; i < looks.size(); ++i) {
-        const double x = kMargin + static_cast<double>(i % columns) * (cell.width + kGap);
+        const std::size_t row = i / columns;
+        const double x = kMargin + static_cast<double>(i - row * columns) * (cell.width + kGap);
         const double y =
-            kMargin + static_cast<double>(i / columns) * (cell.height + kCaptionGap + kCaptionHeight + kGap);
+            kMargin + static_cast<double>(row) * (cell.height + kCaptionGap + kCaptionHeight + kGap);
         const NSSize size = looks[i].view->bounds().size;
         // Where the cell is wider or higher, in its middle; on whole points.
         looks[i].view->setFrame({{x + std::floor((cell.width - size.width) * 0.5),

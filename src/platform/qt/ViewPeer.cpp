@@ -16,6 +16,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QTextDocument> // Qt::mightBeRichText
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -175,9 +176,13 @@ void ViewPeer::afterDrawing(const std::function<void()>& change)
 {
     if (drawingsInProgress == 0) {
         change();
-    } else {
-        QMetaObject::invokeMethod(this, change, Qt::QueuedConnection);
+        return;
     }
+    auto* timer = new QTimer(this);
+    timer->setSingleShot(true);
+    connect(timer, &QTimer::timeout, timer, &QObject::deleteLater);
+    connect(timer, &QTimer::timeout, this, change);
+    timer->start(0);
 }
 
 void ViewPeer::updateFocusPolicy()
