@@ -1,9 +1,9 @@
 #include "window/ZuBorderView.h"
 
-#include "picture_sheet/Scenes.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSShadow.h"
 #include "support/Drawing.h"
+#include "support/Looks.h"
 
 #include <gtest/gtest.h>
 
@@ -12,11 +12,6 @@
 
 namespace
 {
-
-Ref<ZuBorderView> shown(const char* name)
-{
-    return Ref(dynamic_cast<ZuBorderView*>(look("ZuBorderView", name).get()));
-}
 
 Operations border(const std::string& color, const char* width)
 {
@@ -28,9 +23,9 @@ Operations border(const std::string& color, const char* width)
 TEST(ZuBorderViewTest, DrawsItsLooks)
 {
     for (const char* name : {"origin below", "flipped"}) {
-        EXPECT_EQ(operationsOf(*shown(name)), border("white(0, 1)", "1")) << name;
+        EXPECT_EQ(operationsOf(*shown<ZuBorderView>(name)), border("white(0, 1)", "1")) << name;
     }
-    const Ref<ZuBorderView> wide = shown("wide");
+    const Ref<ZuBorderView> wide = shown<ZuBorderView>("wide");
     EXPECT_EQ(operationsOf(*wide, NSMakeRect(20.0, 10.0, 50.0, 5.0)),
               border("sRGB(0.12549019607843137, 0.7294117647058823, 0.9176470588235294, 1)", "6"))
         << "around the bounds, whatever is redrawn";
@@ -49,7 +44,7 @@ TEST(ZuBorderViewTest, DrawsItsLooks)
 
 TEST(ZuBorderViewTest, TurnsUpsideDown)
 {
-    const Ref<ZuBorderView> view = shown("origin below");
+    const Ref<ZuBorderView> view = shown<ZuBorderView>("origin below");
     const auto markTop = [&] {
         const QImage picture = pixelsOf(*view->imageOfBounds(1.0));
         int y = 0;

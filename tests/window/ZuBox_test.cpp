@@ -1,8 +1,8 @@
 #include "window/ZuBox.h"
 
-#include "picture_sheet/Scenes.h"
 #include "platform/graphics/NSColor.h"
 #include "support/Drawing.h"
+#include "support/Looks.h"
 
 #include <gtest/gtest.h>
 
@@ -13,11 +13,6 @@
 
 namespace
 {
-
-Ref<ZuBox> shown(const char* name)
-{
-    return Ref(dynamic_cast<ZuBox*>(look("ZuBox", name).get()));
-}
 
 /// What the box draws after all that a plain one draws; fails unless it begins with that.
 Operations lineOf(ZuBox& box, NSRect rect)
@@ -33,11 +28,11 @@ Operations lineOf(ZuBox& box, NSRect rect)
 
 TEST(ZuBoxTest, DrawsItsLooks)
 {
-    const Ref<ZuBox> awake = shown("awake");
+    const Ref<ZuBox> awake = shown<ZuBox>("awake");
     EXPECT_EQ(lineOf(*awake, awake->bounds()),
               (Operations{"strokeColor sRGB(0.8627450980392157, 0.8627450980392157, 0.8627450980392157, 1)",
                           "strokePath move {0, 0} line {200, 0} width 1"}));
-    const Ref<ZuBox> other = shown("title, other line");
+    const Ref<ZuBox> other = shown<ZuBox>("title, other line");
     EXPECT_EQ(lineOf(*other, NSMakeRect(20.0, 10.0, 50.0, 5.0)),
               (Operations{"strokeColor sRGB(0.12549019607843137, 0.7294117647058823, 0.9176470588235294, 1)",
                           "strokePath move {0, 0} line {50, 0} width 6"}));

@@ -1,7 +1,7 @@
 #include "window/ZuFlippedView.h"
 
-#include "picture_sheet/Scenes.h"
 #include "support/Drawing.h"
+#include "support/Looks.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +13,7 @@ namespace
 
 TEST(ZuFlippedViewTest, HasItsOriginAboveAndDrawsNothing)
 {
-    const Ref<NSView> view = look("ZuFlippedView", "origin above");
-    ASSERT_NE(dynamic_cast<ZuFlippedView*>(view.get()), nullptr);
+    const Ref<ZuFlippedView> view = shown<ZuFlippedView>("origin above");
     EXPECT_EQ(operationsOf(*view), Operations{});
     EXPECT_EQ(inkOf(pixelsOf(*view->imageOfBounds(1.0))), QRect(4, 4, 16, 16)) << "but for its subview";
 }

@@ -1,9 +1,9 @@
 #include "window/ZuLine.h"
 
-#include "picture_sheet/Scenes.h"
 #include "platform/graphics/NSColor.h"
 #include "support/Drawing.h"
-#include "window/ZuFlippedView.h"
+#include "support/Looks.h"
+#include "window/ZuBorderView.h"
 
 #include <gtest/gtest.h>
 
@@ -13,24 +13,19 @@
 namespace
 {
 
-Ref<ZuLine> shown(const char* name)
-{
-    return Ref(dynamic_cast<ZuLine*>(look("ZuLine", name).get()));
-}
-
 TEST(ZuLineTest, DrawsItsLooks)
 {
     const auto drawn = [](const char* path) {
         return Operations{"strokeColor white(0, 1)", std::string("strokePath ") + path};
     };
-    EXPECT_EQ(operationsOf(*shown("horizontal")), drawn("move {0, 0} line {100, 0} width 2"));
-    EXPECT_EQ(operationsOf(*shown("horizontal, dashed")),
+    EXPECT_EQ(operationsOf(*shown<ZuLine>("horizontal")), drawn("move {0, 0} line {100, 0} width 2"));
+    EXPECT_EQ(operationsOf(*shown<ZuLine>("horizontal, dashed")),
               drawn("move {0, 0} line {100, 0} width 2 dash 3, 1 phase 0"));
-    EXPECT_EQ(operationsOf(*shown("vertical")), drawn("move {0, 0} line {0, 40} width 40"));
-    EXPECT_EQ(operationsOf(*shown("vertical, dashed")),
+    EXPECT_EQ(operationsOf(*shown<ZuLine>("vertical")), drawn("move {0, 0} line {0, 40} width 40"));
+    EXPECT_EQ(operationsOf(*shown<ZuLine>("vertical, dashed")),
               drawn("move {0, 0} line {0, 40} width 40 dash 3, 1 phase 0"));
 
-    const Ref<ZuLine> line = shown("horizontal");
+    const Ref<ZuLine> line = shown<ZuLine>("horizontal");
     const NSRect part = NSMakeRect(50.0, 1.0, 20.0, 0.5);
     EXPECT_EQ(operationsOf(*line, part), drawn("move {0, 0} line {20, 0} width 0.5")) << "from the origin";
     line->setStyle_(2);
@@ -53,14 +48,16 @@ TEST(ZuLineTest, ShowsAlongItsLowerOrLeftEdge)
     };
     const NSPoint corner{5.0, 20.0};
     for (const bool flipped : {false, true}) {
-        const Ref<NSView> parent = flipped ? Ref<NSView>(make<ZuFlippedView>()) : make<NSView>();
-        parent->initWithFrame(NSMakeRect(0.0, 0.0, 120.0, 100.0));
+        const Ref<ZuBorderView> parent =
+            make<ZuBorderView>()->initWithFrame(NSMakeRect(0.0, 0.0, 120.0, 100.0));
+        parent->setColor_border_(nullptr);
+        parent->setFlipped(flipped);
         for (const auto& [name, size, ink] : {Case{"horizontal", {100.0, 4.0}, {0, 2, 100, 2}},
                                               {"horizontal, dashed", {100.0, 4.0}, {0, 2, 99, 2}},
                                               {"vertical", {1.0, 40.0}, {0, 0, 1, 40}},
                                               {"vertical", {30.0, 40.0}, {0, 0, 20, 40}},
                                               {"horizontal", {100.0, 0.0}, {}}}) {
-            const Ref<ZuLine> line = shown(name);
+            const Ref<ZuLine> line = shown<ZuLine>(name);
             line->setFrame({corner, size});
             parent->addSubview(line);
             const double top = flipped ? corner.y : 100.0 - corner.y - size.height;
@@ -82,7 +79,7 @@ TEST(ZuLineTest, AwakesBlackSolidAndHorizontal)
     EXPECT_EQ(operationsOf(*line)[0], "strokeColor white(1, 1)");
     line->awakeFromNib();
     EXPECT_FALSE(line->needsDisplay()) << "stored without a redraw";
-    EXPECT_EQ(operationsOf(*line), operationsOf(*shown("horizontal")));
+    EXPECT_EQ(operationsOf(*line), operationsOf(*shown<ZuLine>("horizontal")));
 }
 
 } // namespace

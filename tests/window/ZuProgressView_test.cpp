@@ -1,9 +1,9 @@
 #include "window/ZuProgressView.h"
 
-#include "picture_sheet/Scenes.h"
 #include "platform/graphics/NSColor.h"
 #include "support/Accessibility.h"
 #include "support/Drawing.h"
+#include "support/Looks.h"
 
 #include <gtest/gtest.h>
 
@@ -16,11 +16,6 @@ namespace
 const char* const kTrack = "fillColor white(1, 1)";
 const std::string kUsed = "sRGB(0.12549019607843137, 0.7294117647058823, 0.9176470588235294, 1)";
 const std::string kBorder = "strokeColor sRGB(0.5490196078431373, 0.5882352941176471, 0.6274509803921569, 1)";
-
-Ref<ZuProgressView> shown(const char* name)
-{
-    return Ref(dynamic_cast<ZuProgressView*>(look("ZuProgressView", name).get()));
-}
 
 /// What a bar draws in `bar`, with `done` as its done part, or none if that is empty.
 Operations bar(NSRect bar, const char* done, double radius = 0.0)
@@ -40,13 +35,13 @@ Operations bar(NSRect bar, const char* done, double radius = 0.0)
 TEST(ZuProgressViewTest, DrawsItsLooks)
 {
     const NSRect whole = NSMakeRect(0.0, 0.0, 200.0, 10.0);
-    EXPECT_EQ(operationsOf(*shown("nothing known")), bar(whole, nullptr));
-    EXPECT_EQ(operationsOf(*shown("a quarter")), bar(whole, "{{1, 1}, {49.5, 8}}"));
-    EXPECT_EQ(operationsOf(*shown("all")), bar(whole, "{{1, 1}, {198, 8}}"));
-    EXPECT_EQ(operationsOf(*shown("beyond")), bar(whole, "{{1, 1}, {297, 8}}"));
-    EXPECT_EQ(operationsOf(*shown("round")), bar(whole, "{{1, 1}, {118.8, 8}}", 5.0));
+    EXPECT_EQ(operationsOf(*shown<ZuProgressView>("nothing known")), bar(whole, nullptr));
+    EXPECT_EQ(operationsOf(*shown<ZuProgressView>("a quarter")), bar(whole, "{{1, 1}, {49.5, 8}}"));
+    EXPECT_EQ(operationsOf(*shown<ZuProgressView>("all")), bar(whole, "{{1, 1}, {198, 8}}"));
+    EXPECT_EQ(operationsOf(*shown<ZuProgressView>("beyond")), bar(whole, "{{1, 1}, {297, 8}}"));
+    EXPECT_EQ(operationsOf(*shown<ZuProgressView>("round")), bar(whole, "{{1, 1}, {118.8, 8}}", 5.0));
     const NSRect part = NSMakeRect(10.0, 2.0, 100.6, 6.0);
-    EXPECT_EQ(operationsOf(*shown("a quarter"), part), bar(part, "{{11, 3}, {24.5, 4}}"))
+    EXPECT_EQ(operationsOf(*shown<ZuProgressView>("a quarter"), part), bar(part, "{{11, 3}, {24.5, 4}}"))
         << "the part's width less 2, in whole points";
 }
 
@@ -58,7 +53,7 @@ TEST(ZuProgressViewTest, TakesAnyNumbers)
         double total;
         const char* done;
     };
-    const Ref<ZuProgressView> view = shown("a quarter");
+    const Ref<ZuProgressView> view = shown<ZuProgressView>("a quarter");
     const Ref<NSView> behind = make<NSView>()->initWithFrame(NSMakeRect(0.0, 0.0, 220.0, 30.0));
     behind->addSubview(view);
     view->setFrame(NSMakeRect(10.0, 10.0, 200.6, 10.0));
@@ -95,7 +90,7 @@ TEST(ZuProgressViewTest, TakesAnyNumbers)
 
 TEST(ZuProgressViewTest, SaysHowFarTheTaskHasCome)
 {
-    const Ref<ZuProgressView> view = shown("a quarter");
+    const Ref<ZuProgressView> view = shown<ZuProgressView>("a quarter");
     view->setAccessibilityLabel(text("Copying"));
     struct Case {
         double step;
@@ -136,7 +131,7 @@ TEST(ZuProgressViewTest, LeavesOutWhatHasNoColour)
 
 TEST(ZuProgressViewTest, AwakesWithSquareCorners)
 {
-    const Ref<ZuProgressView> view = shown("round");
+    const Ref<ZuProgressView> view = shown<ZuProgressView>("round");
     view->imageOfBounds(1.0);
     view->awakeFromNib();
     EXPECT_EQ(view->yRadius_(), 0.0);

@@ -1,6 +1,5 @@
 #include "window/ZuSimpleButton.h"
 
-#include "picture_sheet/Scenes.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSTrackingArea.h"
 #include "platform/foundation/NSAttributedString.h"
@@ -9,6 +8,7 @@
 #include "support/Accessibility.h"
 #include "support/ActionTarget.h"
 #include "support/Drawing.h"
+#include "support/Looks.h"
 
 #include <gtest/gtest.h>
 
@@ -21,11 +21,6 @@ namespace
 constexpr const char* kAccent = "sRGB(0.12549019607843137, 0.7294117647058823, 0.9176470588235294, 1)";
 constexpr const char* kWhite = "white(1, 1)";
 constexpr const char* kGrey = "white(0.5, 1)";
-
-Ref<ZuSimpleButton> shown(const char* name)
-{
-    return Ref(dynamic_cast<ZuSimpleButton*>(look("ZuSimpleButton", name).get()));
-}
 
 std::string titleColor(const ZuSimpleButton& button)
 {
@@ -59,7 +54,7 @@ TEST(ZuSimpleButtonTest, DrawsItsLooks)
                                                    {"hover", kWhite, kAccent, kAccent},
                                                    {"pressed", kAccent, kAccent, kWhite},
                                                    {"disabled", kGrey, kAccent, kWhite}}) {
-        const Ref<ZuSimpleButton> button = shown(name);
+        const Ref<ZuSimpleButton> button = shown<ZuSimpleButton>(name);
         const NSSize size = button->attributedTitle()->size();
         const NSPoint middle{(120.0 - size.width) * 0.5, (32.0 - size.height) * 0.5};
         Operations whole = face(fill, stroke, bounds, 4.0);
@@ -80,7 +75,7 @@ TEST(ZuSimpleButtonTest, DrawsItsLooks)
 
 TEST(ZuSimpleButtonTest, LaysOutImagesByTheSizeOfWhatIsDrawn)
 {
-    const Ref<ZuSimpleButton> button = shown("image");
+    const Ref<ZuSimpleButton> button = shown<ZuSimpleButton>("image");
     button->setImage(blankImage("icon", 40.0, 20.0));
     const NSSize size = button->attributedTitle()->size();
     const double x = (30.0 - 40.0 - 6.0 - size.width) * 0.5;
@@ -102,7 +97,7 @@ TEST(ZuSimpleButtonTest, LaysOutImagesByTheSizeOfWhatIsDrawn)
 
 TEST(ZuSimpleButtonTest, DrawsNothingWithoutAColour)
 {
-    const Ref<ZuSimpleButton> bare = shown("made in code");
+    const Ref<ZuSimpleButton> bare = shown<ZuSimpleButton>("made in code");
     ASSERT_EQ(operationsOf(*bare).size(), 1U);
     EXPECT_TRUE(operationsOf(*bare)[0].ends_with("color white(0, 1)"));
     EXPECT_TRUE(bare->trackingAreas().empty());
@@ -162,7 +157,7 @@ protected:
     static constexpr Handler kPress = &ZuSimpleButton::mouseDown;
     static constexpr Handler kRelease = &ZuSimpleButton::mouseUp;
 
-    Ref<ZuSimpleButton> button = shown("normal");
+    Ref<ZuSimpleButton> button = shown<ZuSimpleButton>("normal");
     Ref<ActionTarget> target = make<ActionTarget>();
 };
 

@@ -1,7 +1,7 @@
 #include "window/ZuTableCornerView.h"
 
-#include "picture_sheet/Scenes.h"
 #include "support/Drawing.h"
+#include "support/Looks.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace
 TEST(ZuTableCornerViewTest, IsAPatchOfGrey)
 {
     const std::string grey = "calibratedRGB(0.9490196078431372, 0.9490196078431372, 0.9490196078431372, 1)";
-    const Ref<NSView> corner = look("ZuTableCornerView", "corner");
+    const Ref<NSView> corner = shown<ZuTableCornerView>("corner");
     EXPECT_EQ(operationsOf(*corner, NSMakeRect(2.0, 3.0, 10.0, 20.0)),
               (Operations{"fillColor " + grey, "replaceRect {{2, 3}, {10, 20}}", "strokeColor " + grey,
                           "strokePath move {2, 3} line {12, 3} width 1",

@@ -1,6 +1,5 @@
 #include "window/ZuToolButton.h"
 
-#include "picture_sheet/Scenes.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSTrackingArea.h"
 #include "platform/foundation/NSAttributes.h"
@@ -8,6 +7,7 @@
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 #include "support/Drawing.h"
+#include "support/Looks.h"
 
 #include <gtest/gtest.h>
 
@@ -83,7 +83,7 @@ protected:
         return look + std::string(button->needsDisplay() ? ", redraw" : "");
     }
 
-    Ref<ZuToolButton> button = Ref(dynamic_cast<ZuToolButton*>(look("ZuToolButton", "normal").get()));
+    Ref<ZuToolButton> button = shown<ZuToolButton>("normal");
     NSSize name =
         text("Contacts")
             ->sizeWithAttributes({{NSFontAttributeName, NSFont::fontWithName_size("Arial Bold", 14.0)}});
