@@ -163,30 +163,20 @@ protected:
 
 TEST_F(ZuSimpleButtonPressTest, KeepsTheTitleReadable)
 {
-    EXPECT_EQ(state(), "normal on normal");
-    EXPECT_EQ(after({kEnter}), "hover on hover");
-    EXPECT_EQ(after({kPress}), "normal on normal");
+    EXPECT_EQ(after({kEnter, kPress}), "normal on normal");
     target->onAction = [&] {
         EXPECT_EQ(state(), "hover on hover") << "the action may take its time";
         button->setTitle(text("Again"));
     };
     EXPECT_EQ(after({kRelease}), "hover on hover");
     EXPECT_EQ(utf8(button->title()), "Again");
-    EXPECT_EQ(target->senders.size(), 1U);
-    EXPECT_EQ(after({kLeave}), "normal on normal");
-    EXPECT_EQ(after({kPress}), "normal on normal") << "an entry has not been reported";
+    EXPECT_EQ(after({kLeave, kPress}), "normal on normal") << "an entry has not been reported";
     EXPECT_EQ(after({kEnter}), "hover on normal") << "an entry colours the title, pressed or not";
     EXPECT_EQ(after({kLeave, kEnter}), "hover on hover") << "leaving ends the press";
 
     target->onAction = [&] { button->setEnabled(false); };
     EXPECT_EQ(after({kPress, kRelease}), "normal on grey") << "disabled by its action";
     EXPECT_EQ(target->senders.size(), 2U);
-    button->setEnabled(true);
-    EXPECT_EQ(state(), "hover on hover");
-    button->setEnabled(false);
-    EXPECT_EQ(after({kLeave}), "normal on grey");
-    EXPECT_EQ(after({kEnter}), "hover on grey");
-    EXPECT_EQ(after({kPress}), "normal on grey");
 }
 
 TEST_F(ZuSimpleButtonPressTest, MayBeLetGoByItsAction)
@@ -240,9 +230,9 @@ TEST_F(ZuSimpleButtonPressTest, IsAButtonToKeysAndAssistiveTechnology)
     target->onAction = [&] { button->setTitle(text("Import")); };
     button->accessibilityPerformPress();
     EXPECT_EQ(state(), "hover on hover");
-    after({kPress});
+    after({kLeave, kPress});
     button->viewDidHide();
-    EXPECT_EQ(after({kLeave, kEnter}), "hover on hover");
+    EXPECT_EQ(after({kEnter}), "hover on hover") << "hiding ends the press";
     button->setEnabled(false);
     EXPECT_EQ(said(accessible(*button)), "button Import Copies all photos. disabled");
 }

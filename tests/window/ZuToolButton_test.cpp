@@ -141,6 +141,8 @@ TEST_F(ZuToolButtonTest, FollowsThePointer)
     EXPECT_EQ(after({kLeave, kPress}), "normal, redraw") << "an entry has not been reported";
     button->setEnabled(false);
     EXPECT_EQ(after({kEnter}), "pressed, redraw") << "whether it is enabled does not show";
+    button->viewDidHide();
+    EXPECT_EQ(after({kEnter}), "hover, redraw") << "hiding ends the press";
 
     button->imageOfBounds(1.0);
     for (const auto setter : kColors) {

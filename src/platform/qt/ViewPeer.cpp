@@ -133,13 +133,18 @@ void ViewPeer::showToolTip(const NSString* text)
 
 void ViewPeer::castShadow()
 {
-    afterDrawing([this] {
+    const auto castNow = [this] {
         const Ref<NSShadow> shadow = _view != nullptr && _view->wantsLayer() ? _view->shadow() : nullptr;
         auto effect = shadow && shadow->shadowColor() ? std::make_unique<ShadowEffect>(*shadow) : nullptr;
         // The toolkit leaves out a shadow that falls nowhere, and then cannot draw one inside of it.
         const bool shows = effect && (!effect->offset().isNull() || effect->blurRadius() > 0.0);
         setGraphicsEffect(shows ? effect.release() : nullptr);
-    });
+    };
+    if (graphicsEffect() == nullptr) {
+        castNow();
+    } else {
+        afterDrawing(castNow); // it may be the present one that is at work
+    }
 }
 
 void ViewPeer::attach()

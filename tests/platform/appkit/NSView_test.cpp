@@ -248,6 +248,7 @@ TEST(NSViewTest, MayBeTakenAwayByItsDrawing)
     const Ref<TestView> other = view(true, 0.0, 0.0, 10.0, 10.0);
     const std::function<void()> changes[] = {
         [&] { drawn->setShadow(shadow); },
+        [&] { drawn->setShadow(shadow); },
         [&] { content->setShadow(nowhere); },
         [&] { drawn->setWantsLayer(false); },
         [&] { content->setWantsLayer(false); },
@@ -267,9 +268,11 @@ TEST(NSViewTest, MayBeTakenAwayByItsDrawing)
                 change();
             }
         });
-        for (const Ref<NSView>& each : {content, drawn}) {
-            each->setWantsLayer(true);
-            each->setShadow(shadow);
+        content->setWantsLayer(true);
+        content->setShadow(shadow);
+        drawn->setWantsLayer(true);
+        if (&change != &changes[0]) { // which casts its first
+            drawn->setShadow(shadow);
         }
         content->addSubview(drawn);
         window = windowWith(content);
