@@ -25,6 +25,32 @@ bool NSContainsRect(NSRect outer, NSRect inner)
            inner.origin.y + inner.size.height <= outer.origin.y + outer.size.height;
 }
 
+void CGRectDivide(NSRect rect, NSRect* slice, NSRect* remainder, double amount, CGRectEdge edge)
+{
+    const bool across = edge == CGRectEdge::MinX || edge == CGRectEdge::MaxX;
+    const bool fromGreatest = edge == CGRectEdge::MaxX || edge == CGRectEdge::MaxY;
+    const auto start = across ? &NSPoint::x : &NSPoint::y;
+    const auto extent = across ? &NSSize::width : &NSSize::height;
+    const double cut = amount > 0.0 ? std::clamp(rect.size.*extent, 0.0, amount) : 0.0;
+    const double rest = rect.size.*extent - cut;
+
+    NSRect cutOff = rect;
+    NSRect left = rect;
+    cutOff.size.*extent = cut;
+    left.size.*extent = rest;
+    if (fromGreatest) {
+        cutOff.origin.*start += rest;
+    } else {
+        left.origin.*start += cut;
+    }
+    if (slice != nullptr) {
+        *slice = cutOff;
+    }
+    if (remainder != nullptr) {
+        *remainder = left;
+    }
+}
+
 NSRect NSIntersectionRect(NSRect a, NSRect b)
 {
     const double left = std::max(a.origin.x, b.origin.x);

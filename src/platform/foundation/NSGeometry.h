@@ -54,12 +54,28 @@ TESSALINE_EXPORT bool NSMouseInRect(NSPoint point, NSRect rect, bool flipped);
 /// Whether `inner` lies in `outer`, edges included.
 TESSALINE_EXPORT bool NSContainsRect(NSRect outer, NSRect inner);
 
-/// The rectangle with its edges moved inwards, or outwards by negative amounts.
+/// The rectangle with its edges moved inwards, or outwards by negative amounts. Edges that pass each other
+/// leave a negative width or height, and so no area.
 constexpr NSRect NSInsetRect(NSRect rect, double dx, double dy)
 {
     return NSMakeRect(rect.origin.x + dx, rect.origin.y + dy, rect.size.width - 2.0 * dx,
                       rect.size.height - 2.0 * dy);
 }
+
+constexpr NSRect CGRectInset(NSRect rect, double dx, double dy)
+{
+    return NSInsetRect(rect, dx, dy);
+}
+
+/// An edge of a rectangle, by its coordinates: that of least y is the lower one, or in a flipped view the
+/// upper one.
+enum class CGRectEdge { MinX = 0, MinY = 1, MaxX = 2, MaxY = 3 };
+
+/// Cuts a rectangle in two: `slice` receives what lies within `amount` points of `edge`, `remainder` the
+/// rest. Either may be null. From all of the rectangle on, the remainder has no extent; below 0, and for NaN,
+/// the slice has none.
+TESSALINE_EXPORT void CGRectDivide(NSRect rect, NSRect* slice, NSRect* remainder, double amount,
+                                   CGRectEdge edge);
 
 /// What both have in common; `NSZeroRect` if that has no area.
 TESSALINE_EXPORT NSRect NSIntersectionRect(NSRect a, NSRect b);
