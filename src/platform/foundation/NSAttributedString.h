@@ -48,6 +48,10 @@ public:
     /// nothing into a rectangle without area.
     void drawInRect(NSRect rect) const;
 
+    /// Draws the text into the current graphics context, neither wrapped nor clipped. `point` is the upper
+    /// left corner of its size in a flipped view, the lower left one in others.
+    void drawAtPoint(NSPoint point) const;
+
     /// A text that does not change: this one itself, unless it is mutable.
     virtual Ref<NSAttributedString> copy() const;
     bool isEqual(const NSObject* other) const override;

@@ -30,8 +30,9 @@ public:
     /// in points, not rounded. An empty text has the height of a line.
     NSSize sizeWithAttributes(const NSAttributes& attributes) const;
 
-    /// Draws the text into the current graphics context as an attributed one is drawn.
+    /// Draw the text into the current graphics context as an attributed one is drawn.
     void drawInRect_withAttributes(NSRect rect, const NSAttributes& attributes) const;
+    void drawAtPoint_withAttributes(NSPoint point, const NSAttributes& attributes) const;
 
 private:
     template <class T, class... Arguments> friend Ref<T> make(Arguments&&... arguments);

@@ -19,6 +19,11 @@ Ref<NSColor> NSColor::colorWithCalibratedWhite_alpha(double white, double alpha)
     return make<NSColor>(Space::CalibratedWhite, std::array{white, white, white, alpha});
 }
 
+Ref<NSColor> NSColor::colorWithDeviceWhite_alpha(double white, double alpha)
+{
+    return make<NSColor>(Space::DeviceWhite, std::array{white, white, white, alpha});
+}
+
 Ref<NSColor> NSColor::blackColor()
 {
     static const Ref<NSColor> color = colorWithCalibratedWhite_alpha(0.0, 1.0);
@@ -34,6 +39,18 @@ Ref<NSColor> NSColor::whiteColor()
 Ref<NSColor> NSColor::grayColor()
 {
     static const Ref<NSColor> color = colorWithCalibratedWhite_alpha(0.5, 1.0);
+    return color;
+}
+
+Ref<NSColor> NSColor::alternateSelectedControlColor()
+{
+    static const Ref<NSColor> color = colorWithSRGBRed_green_blue_alpha(0.25, 0.5, 0.85, 1.0);
+    return color;
+}
+
+Ref<NSColor> NSColor::secondarySelectedControlColor()
+{
+    static const Ref<NSColor> color = colorWithCalibratedWhite_alpha(0.55, 1.0);
     return color;
 }
 
@@ -61,12 +78,19 @@ std::string NSColor::description() const
 {
     const auto [red, green, blue, alpha] = _components;
     const std::string tail = ", " + NSStringFromNumber(alpha) + ")";
-    if (_space == Space::CalibratedWhite) {
+    const std::string rgb =
+        NSStringFromNumber(red) + ", " + NSStringFromNumber(green) + ", " + NSStringFromNumber(blue) + tail;
+    switch (_space) {
+    case Space::SRGB:
+        return "sRGB(" + rgb;
+    case Space::CalibratedRGB:
+        return "calibratedRGB(" + rgb;
+    case Space::CalibratedWhite:
         return "white(" + NSStringFromNumber(red) + tail;
+    case Space::DeviceWhite:
+        break;
     }
-    const std::string space = _space == Space::SRGB ? "sRGB(" : "calibratedRGB(";
-    return space + NSStringFromNumber(red) + ", " + NSStringFromNumber(green) + ", " +
-           NSStringFromNumber(blue) + tail;
+    return "deviceWhite(" + NSStringFromNumber(red) + tail;
 }
 
 bool NSColor::isEqual(const NSObject* other) const

@@ -9,3 +9,11 @@ void NSRectFill(NSRect rect)
         context->replaceRect(rect);
     }
 }
+
+void NSRectFillUsingOperation(NSRect rect, NSCompositingOperation /*operation*/)
+{
+    NSGraphicsContext* context = NSGraphicsContext::currentContext();
+    if (context != nullptr && !NSIsEmptyRect(rect)) {
+        context->fillRect(rect);
+    }
+}

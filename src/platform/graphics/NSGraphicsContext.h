@@ -52,10 +52,13 @@ public:
     virtual void strokeRect(NSRect rect, double lineWidth) = 0;
     virtual void fillPath(const NSBezierPath& path) = 0;
     virtual void strokePath(const NSBezierPath& path) = 0;
+    /// Fills a rectangle with area as `NSGradient` does; the angle is finite.
+    virtual void drawGradient(const NSColor& starting, const NSColor& ending, NSRect rect, double angle) = 0;
     virtual void drawImage(const NSImage& image, NSRect rect, NSRect fromRect,
                            NSCompositingOperation operation, double fraction, bool respectFlipped) = 0;
     /// Draws the whole bitmap upright into `rect`.
     virtual void drawBitmap(const NSBitmapImageRep& bitmap, NSRect rect) = 0;
     virtual void drawText(const NSAttributedString& text, NSRect rect) = 0;
+    virtual void drawTextAtPoint(const NSAttributedString& text, NSPoint point) = 0;
     virtual void drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin) = 0;
 };

@@ -146,6 +146,13 @@ void NSRecordingGraphicsContext::strokePath(const NSBezierPath& path)
                           NSStringFromNumber(path.lineWidth()) + dash);
 }
 
+void NSRecordingGraphicsContext::drawGradient(const NSColor& starting, const NSColor& ending, NSRect rect,
+                                              double angle)
+{
+    _operations.push_back("drawGradient " + starting.description() + " to " + ending.description() + ' ' +
+                          NSStringFromRect(rect) + " angle " + NSStringFromNumber(angle));
+}
+
 void NSRecordingGraphicsContext::drawImage(const NSImage& image, NSRect rect, NSRect fromRect,
                                            NSCompositingOperation operation, double fraction,
                                            bool respectFlipped)
@@ -166,6 +173,12 @@ void NSRecordingGraphicsContext::drawText(const NSAttributedString& text, NSRect
 {
     _operations.push_back("drawText " + quoted(text.string()->UTF8String()) + ' ' + NSStringFromRect(rect) +
                           description(text));
+}
+
+void NSRecordingGraphicsContext::drawTextAtPoint(const NSAttributedString& text, NSPoint point)
+{
+    _operations.push_back("drawText " + quoted(text.string()->UTF8String()) + " at " +
+                          NSStringFromPoint(point) + description(text));
 }
 
 void NSRecordingGraphicsContext::drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin)

@@ -17,6 +17,13 @@ void NSAttributedString::drawInRect(NSRect rect) const
     }
 }
 
+void NSAttributedString::drawAtPoint(NSPoint point) const
+{
+    if (NSGraphicsContext* context = NSGraphicsContext::currentContext()) {
+        context->drawTextAtPoint(*this, point);
+    }
+}
+
 NSSize NSString::sizeWithAttributes(const NSAttributes& attributes) const
 {
     return withAttributes(attributes)->size();
@@ -25,6 +32,11 @@ NSSize NSString::sizeWithAttributes(const NSAttributes& attributes) const
 void NSString::drawInRect_withAttributes(NSRect rect, const NSAttributes& attributes) const
 {
     withAttributes(attributes)->drawInRect(rect);
+}
+
+void NSString::drawAtPoint_withAttributes(NSPoint point, const NSAttributes& attributes) const
+{
+    withAttributes(attributes)->drawAtPoint(point);
 }
 
 Ref<NSAttributedString> NSString::withAttributes(const NSAttributes& attributes) const

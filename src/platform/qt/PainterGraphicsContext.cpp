@@ -11,8 +11,10 @@
 #include "platform/qt/Native.h"
 #include "platform/qt/TextLayout.h"
 
+#include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QtMath>
 
 #include <algorithm>
 #include <cmath>
@@ -168,6 +170,21 @@ void PainterGraphicsContext::strokePath(const NSBezierPath& path, double lineWid
     _painter.fillPath(stroker.createStroke(toQt(path)), state().stroke);
 }
 
+void PainterGraphicsContext::drawGradient(const NSColor& starting, const NSColor& ending, NSRect rect,
+                                          double angle)
+{
+    const QRectF area = inReach(::toQt(rect));
+    const double radians = qDegreesToRadians(angle);
+    const QPointF direction(std::cos(radians), std::sin(radians));
+    // From the middle to what lies outermost.
+    const double reach =
+        (std::abs(direction.x()) * area.width() + std::abs(direction.y()) * area.height()) / 2.0;
+    QLinearGradient gradient(area.center() - reach * direction, area.center() + reach * direction);
+    gradient.setColorAt(0.0, ::toQt(starting));
+    gradient.setColorAt(1.0, ::toQt(ending));
+    _painter.fillRect(area, gradient);
+}
+
 void PainterGraphicsContext::drawImage(const NSImage& image, NSRect rect, NSRect /*fromRect*/,
                                        NSCompositingOperation /*operation*/, double fraction,
                                        bool respectFlipped)
@@ -221,6 +238,16 @@ void PainterGraphicsContext::drawText(const NSAttributedString& text, NSRect rec
     }
     clipToPixelsOf(_painter, rect);
     TextLayout::of(text, rect.size.width)->draw(_painter, ::toQt(rect.origin), text, {0, text.length()});
+}
+
+void PainterGraphicsContext::drawTextAtPoint(const NSAttributedString& text, NSPoint point)
+{
+    const auto layout = TextLayout::of(text, TextLayout::kUnlimited);
+    const PainterState keep(_painter);
+    if (!_flipped) {
+        flipAbout(_painter, {point, layout->size()});
+    }
+    layout->draw(_painter, ::toQt(point), text, {0, text.length()});
 }
 
 void PainterGraphicsContext::drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin)

@@ -29,10 +29,12 @@ public:
     void strokeRect(NSRect rect, double lineWidth) override;
     void fillPath(const NSBezierPath& path) override;
     void strokePath(const NSBezierPath& path) override;
+    void drawGradient(const NSColor& starting, const NSColor& ending, NSRect rect, double angle) override;
     void drawImage(const NSImage& image, NSRect rect, NSRect fromRect, NSCompositingOperation operation,
                    double fraction, bool respectFlipped) override;
     void drawBitmap(const NSBitmapImageRep& bitmap, NSRect rect) override;
     void drawText(const NSAttributedString& text, NSRect rect) override;
+    void drawTextAtPoint(const NSAttributedString& text, NSPoint point) override;
     void drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin) override;
 
 private:

@@ -4,6 +4,7 @@
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
+#include "platform/graphics/NSGradient.h"
 #include "platform/graphics/NSGraphics.h"
 #include "support/Drawing.h"
 
@@ -177,6 +178,69 @@ TEST(NSGraphicsContextTest, ReplacesWhatIsUnderARectangle)
     EXPECT_EQ(pixel(*picture, 15, 15), kRed) << "nothing for a rectangle without area";
     EXPECT_EQ(pixel(*picture, 0, 0), "#ff7f0080") << "the colour tints";
     NSRectFill(NSMakeRect(0.0, 0.0, 1.0, 1.0)); // nowhere
+    const Ref<Canvas> over = make<Canvas>(NSSize{40.0, 30.0}, true, [] {
+        NSRectFillUsingOperation(NSMakeRect(1.0, 2.0, 3.0, 4.0), NSCompositingOperation::SourceOver);
+        NSRectFillUsingOperation(NSMakeRect(1.0, 2.0, -3.0, 4.0), NSCompositingOperation::SourceOver);
+    });
+    EXPECT_EQ(operationsOf(*over), Operations{"fillRect {{1, 2}, {3, 4}}"});
+}
+
+TEST(NSGraphicsContextTest, PassesFromColourToColourInADirection)
+{
+    constexpr NSRect kRect{{10.0, 6.0}, {20.0, 12.0}};
+    struct Direction {
+        double angle;
+        double (*part)(double x, double y); // of the way from start to end, at a place in the rectangle
+    };
+    constexpr std::array kDirections{
+        Direction{0.0, [](double x, double) { return x / 20.0; }},
+        Direction{90.0, [](double, double y) { return y / 12.0; }},
+        Direction{45.0, [](double x, double y) { return (x + y) / 32.0; }},
+        Direction{-45.0, [](double x, double y) { return (x + 12.0 - y) / 32.0; }},
+        Direction{360.0 + 225.0, [](double x, double y) { return 1.0 - (x + y) / 32.0; }},
+    };
+    const Ref<NSGradient> gradient = make<NSGradient>()->initWithStartingColor_endingColor(
+        NSColor::blackColor(), NSColor::colorWithDeviceWhite_alpha(1.0, 1.0));
+    for (const Direction& direction : kDirections) {
+        for (const bool flipped : {true, false}) {
+            const QImage picture =
+                pixelsOf(*paint(flipped, [&] { gradient->drawInRect_angle(kRect, direction.angle); }));
+            ASSERT_EQ(inkOf(picture), flipped ? QRect(10, 6, 20, 12) : QRect(10, 12, 20, 12));
+            for (int i = 0; i < 20 * 12; ++i) {
+                const int x = i % 20;
+                const int y = i / 20;
+                const QPoint place(10 + x, flipped ? 6 + y : 23 - y);
+                ASSERT_NEAR(qRed(picture.pixel(place)), 255.0 * direction.part(x + 0.5, y + 0.5), 2.0)
+                    << direction.angle << (flipped ? " flipped " : " ") << x << ' ' << y;
+            }
+        }
+    }
+}
+
+TEST(NSGraphicsContextTest, RecordsGradientsThatShow)
+{
+    const Ref<NSColor> white = NSColor::whiteColor();
+    const Ref<NSColor> grey = NSColor::colorWithDeviceWhite_alpha(0.9, 1.0);
+    const auto draw = [](const Ref<NSColor>& from, const Ref<NSColor>& to, NSRect rect, double angle) {
+        make<NSGradient>()->initWithStartingColor_endingColor(from, to)->drawInRect_angle(rect, angle);
+    };
+    const NSRect rect = NSMakeRect(0.0, 0.0, 100.0, 22.0);
+    const Ref<Canvas> canvas = make<Canvas>(NSSize{40.0, 30.0}, true, [&] {
+        draw(white, grey, rect, 90.0);
+        draw(nullptr, grey, rect, 90.0);
+        draw(white, nullptr, rect, 90.0);
+        draw(white, grey, NSMakeRect(0.0, 0.0, 100.0, 0.0), 90.0);
+        draw(white, grey, rect, std::nan(""));
+        draw(white, grey, rect, HUGE_VAL);
+    });
+    EXPECT_EQ(operationsOf(*canvas), Operations{"drawGradient white(1, 1) to deviceWhite(0.9, 1) {{0, 0}, "
+                                                "{100, 22}} angle 90"});
+    EXPECT_FALSE(grey->isEqual(NSColor::colorWithCalibratedWhite_alpha(0.9, 1.0).get()));
+    draw(white, grey, rect, 90.0); // nowhere
+    const Ref<NSImage> endless = paint(false, [&] {
+        draw(red(), red(), {{5.0, 0.0}, {HUGE_VAL, 1e300}}, 45.0);
+    });
+    EXPECT_EQ(inkOf(pixelsOf(*endless)), QRect(5, 0, 35, 30));
 }
 
 TEST(NSGraphicsContextTest, KeepsImagesUpright)
@@ -254,6 +318,27 @@ TEST(NSGraphicsContextTest, ClipsTextToItsRectangleButNotItsGlyphs)
     }
     EXPECT_LT(inkOf(written("TT\nTT", NSMakeRect(0.0, 0.0, 40.0, 14.0), 12.0)).bottom(), 28);
     EXPECT_TRUE(inkOf(written("T", NSMakeRect(0.0, 0.0, -40.0, 28.0), 12.0)).isEmpty());
+}
+
+TEST(NSGraphicsContextTest, SetsTextAtAPointNeitherWrappedNorClipped)
+{
+    const auto at = [](NSPoint point, const char* string, bool flipped) {
+        const auto draw = [=] { text(string)->drawAtPoint_withAttributes(point, inRed(10.0, "Arial")); };
+        return pixelsOf(*paint(flipped, draw, 2.0));
+    };
+    const char* string = "Hi\nnot wrapped at 40";
+    const double height = text(string)->sizeWithAttributes(inRed(10.0, "Arial")).height;
+    for (const bool flipped : {true, false}) {
+        const NSRect roomy = NSMakeRect(5.25, flipped ? 3.5 : 3.5 + height - 100.0, 1000.0, 100.0);
+        EXPECT_EQ(at({5.25, 3.5}, string, flipped), written(string, roomy, 10.0, "Arial", flipped));
+        EXPECT_LT(inkOf(at({20.0, 10.0}, "j", flipped)).left(), 40) << "a hook before the point";
+    }
+    text(string)->drawAtPoint_withAttributes({}, {}); // nowhere
+    const Ref<Canvas> canvas = make<Canvas>(NSSize{40.0, 30.0}, true, [] {
+        text("7")->drawAtPoint_withAttributes({126.0, 43.0}, inRed(12.0, "Arial"));
+    });
+    EXPECT_EQ(operationsOf(*canvas),
+              Operations{"drawText \"7\" at {126, 43} font \"Arial\" 12 color sRGB(1, 0, 0, 1)"});
 }
 
 } // namespace
