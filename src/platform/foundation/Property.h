@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <type_traits>
 
 /// Properties that can be read and written from several threads at once: each read yields a value that
 /// was written as a whole. The type tells how the value is stored.
@@ -26,6 +27,27 @@ private:
 
 /// The lock that guards the property at an address; properties share a fixed number of locks.
 TESSALINE_EXPORT std::mutex& lockOfProperty(const void* property);
+
+/// A value of several parts, a point for instance. Initially as its type has it.
+template <class T> class StructProperty
+{
+public:
+    T get() const
+    {
+        const std::scoped_lock lock(lockOfProperty(this));
+        return _value;
+    }
+
+    void set(T value)
+    {
+        const std::scoped_lock lock(lockOfProperty(this));
+        _value = value;
+    }
+
+private:
+    static_assert(std::is_trivially_copyable_v<T>); // nothing of the value's own happens under the lock
+    T _value{};
+};
 
 /// An object that is kept alive. Initially null.
 template <class T> class RetainProperty

@@ -1,6 +1,7 @@
 #include "platform/foundation/Property.h"
 
 #include "platform/foundation/NSAttributedString.h"
+#include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/NSString.h"
 #include "platform/graphics/NSColor.h"
 #include "window/ZuToolButton.h"
@@ -40,12 +41,14 @@ TEST(PropertyTest, CopiesAndReleasesOutsideOfTheLock)
 TEST(PropertyTest, IsReadWholeWhileAnotherThreadWrites)
 {
     const Ref<ZuToolButton> button = make<ZuToolButton>();
+    StructProperty<NSPoint> point;
     constexpr int kRounds = 20'000;
     const std::jthread writer([&] {
         for (int i = 0; i < kRounds; ++i) {
             button->setColor_border(NSColor::colorWithCalibratedWhite_alpha(i % 256 / 255.0, 1.0));
             button->setStr_url(NSString::stringWithUTF8String("text"));
             button->setOffset(i);
+            point.set({1.0 * i, 2.0 * i});
         }
     });
     for (int i = 0; i < kRounds; ++i) {
@@ -56,6 +59,8 @@ TEST(PropertyTest, IsReadWholeWhileAnotherThreadWrites)
             EXPECT_EQ(url->characters(), u"text");
         }
         EXPECT_LT(button->offset(), kRounds);
+        const NSPoint read = point.get();
+        EXPECT_EQ(read.y, 2.0 * read.x);
         button->setColor_border(nullptr);
     }
 }
