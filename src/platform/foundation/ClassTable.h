@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 /// One property that can be reached by name.
@@ -86,8 +87,10 @@ namespace class_table_detail
 
 template <auto Getter, auto Setter> struct Property;
 
-template <class GetterClass, class SetterClass, class T, T (GetterClass::*Getter)() const,
-          void (SetterClass::*Setter)(T)>
+/// The setter takes what the getter answers, or, to keep a weak reference, borrows the object.
+template <class GetterClass, class SetterClass, class T, class Argument, T (GetterClass::*Getter)() const,
+          void (SetterClass::*Setter)(Argument)>
+requires std::same_as<Argument, T> || std::same_as<Ref<std::remove_pointer_t<Argument>>, T>
 struct Property<Getter, Setter> {
     static Ref<NSObject> get(const NSObject& object)
     {
@@ -99,7 +102,11 @@ struct Property<Getter, Setter> {
         if (!unboxed) {
             return false;
         }
-        (static_cast<SetterClass&>(object).*Setter)(std::move(*unboxed));
+        if constexpr (std::is_pointer_v<Argument>) {
+            (static_cast<SetterClass&>(object).*Setter)(unboxed->get());
+        } else {
+            (static_cast<SetterClass&>(object).*Setter)(std::move(*unboxed));
+        }
         return true;
     }
 };
