@@ -7,6 +7,7 @@
 #include "window/ZuBorderView.h"
 #include "window/ZuBox.h"
 #include "window/ZuLine.h"
+#include "window/ZuOutlineItem.h"
 #include "window/ZuProgressView.h"
 #include "window/ZuSimpleButton.h"
 
@@ -91,5 +92,22 @@ void enterAndLeaveSimpleButton(benchmark::State& state)
     }
 }
 BENCHMARK(enterAndLeaveSimpleButton);
+
+/// A million items, a thousand below each of a thousand.
+void buildAndDestroyTree(benchmark::State& state)
+{
+    constexpr int kChildren = 1000;
+    for ([[maybe_unused]] auto _ : state) {
+        const Ref<ZuOutlineItem> root = make<ZuOutlineItem>()->init();
+        for (int i = 0; i < kChildren; ++i) {
+            const Ref<ZuOutlineItem> group = make<ZuOutlineItem>()->init();
+            root->addChild(group);
+            for (int j = 0; j < kChildren; ++j) {
+                group->addChild(make<ZuOutlineItem>()->init());
+            }
+        }
+    }
+}
+BENCHMARK(buildAndDestroyTree)->Unit(benchmark::kMillisecond);
 
 } // namespace

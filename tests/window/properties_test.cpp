@@ -8,6 +8,7 @@
 #include "window/ZuBox.h"
 #include "window/ZuFlippedView.h"
 #include "window/ZuLine.h"
+#include "window/ZuOutlineItem.h"
 #include "window/ZuProgressView.h"
 #include "window/ZuSimpleButton.h"
 #include "window/ZuTableCornerView.h"
@@ -85,6 +86,14 @@ TEST_F(ControlTest, TakesPropertiesByNameAndItsFrame)
     const Ref<ZuBorderView> border = made<ZuBorderView>();
     expectSet(border, "color_border_", &ZuBorderView::color_border_);
     expectSet(border, "width_border_", &ZuBorderView::width_border_);
+
+    const Ref<ZuOutlineItem> item = make<ZuOutlineItem>()->init();
+    expectSet(item, "number", &ZuOutlineItem::number);
+    expectSet(item, "id_", &ZuOutlineItem::id_);
+    expectSet(item, "isEnable", &ZuOutlineItem::isEnable);
+    expectSet(item, "isChecked", &ZuOutlineItem::isChecked);
+    expectSet(item, "indent_item", &ZuOutlineItem::indent_item);
+    expectSet(item, "gap_logo_to_text", &ZuOutlineItem::gap_logo_to_text);
 
     EXPECT_EQ(made<ZuFlippedView>()->classTable().name, "ZuFlippedView");
     EXPECT_EQ(made<ZuTableCornerView>()->classTable().name, "ZuTableCornerView");
