@@ -3,11 +3,15 @@
 #include "platform/foundation/NSString.h"
 #include "platform/qt/Conversions.h"
 #include "platform/qt/Native.h"
+#include "platform/qt/OfApplication.h"
 
+#include <QCache>
 #include <QFontDatabase>
+#include <QGuiApplication>
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -45,6 +49,19 @@ bool takeStyleWord(QString& name, QLatin1String word)
     return true;
 }
 
+/// Fonts by the name and size that they were asked for with: finding one takes long.
+class FoundFonts : public QCache<std::pair<QByteArray, double>, Ref<NSFont>>
+{
+public:
+    FoundFonts()
+    {
+        QObject::connect(qGuiApp, &QGuiApplication::fontDatabaseChanged, &_context, [this] { clear(); });
+    }
+
+private:
+    QObject _context;
+};
+
 } // namespace
 
 NSFont::NSFont(std::unique_ptr<Native> native) : _native(std::move(native)) {}
@@ -54,9 +71,15 @@ NSFont::~NSFont() = default;
 Ref<NSFont> NSFont::fontWithName_size(const char* name, double size)
 {
     constexpr double kLargestSize = 10000.0;
+    const double pointSize = size > 0.0 && std::isfinite(size) ? std::min(size, kLargestSize) : kDefaultSize;
+    auto& found = ofApplication<FoundFonts>();
+    const auto key = QByteArray::fromRawData(name, static_cast<qsizetype>(qstrlen(name)));
+    if (const Ref<NSFont>* font = found.object({key, pointSize})) {
+        return *font;
+    }
     auto native = std::make_unique<Native>();
     native->name = QString::fromUtf8(name);
-    native->pointSize = size > 0.0 && std::isfinite(size) ? std::min(size, kLargestSize) : kDefaultSize;
+    native->pointSize = pointSize;
 
     QString family = native->name;
     bool italic = false;
@@ -73,7 +96,9 @@ Ref<NSFont> NSFont::fontWithName_size(const char* name, double size)
     const double wholeSize = std::ceil(native->pointSize);
     native->font.setPixelSize(static_cast<int>(wholeSize));
     native->scale = native->pointSize / wholeSize;
-    return make<NSFont>(std::move(native));
+    Ref<NSFont> font = make<NSFont>(std::move(native));
+    found.insert({QByteArray(name), pointSize}, new Ref<NSFont>(font));
+    return font;
 }
 
 Ref<NSString> NSFont::fontName() const

@@ -22,17 +22,28 @@
 namespace
 {
 
-/// Keeps the painter's state as long as it lives.
+/// Keeps the painter's state as long as it lives, where that is needed: it takes longer than to draw a word.
 class PainterState
 {
 public:
-    explicit PainterState(QPainter& painter) : _painter(painter) { _painter.save(); }
-    ~PainterState() { _painter.restore(); }
+    explicit PainterState(QPainter& painter, bool needed = true) : _painter(painter), _needed(needed)
+    {
+        if (_needed) {
+            _painter.save();
+        }
+    }
+    ~PainterState()
+    {
+        if (_needed) {
+            _painter.restore();
+        }
+    }
     PainterState(const PainterState&) = delete;
     PainterState& operator=(const PainterState&) = delete;
 
 private:
     QPainter& _painter;
+    bool _needed;
 };
 
 /// Turns the painter upside down about the middle of `rect`.
@@ -193,9 +204,12 @@ void PainterGraphicsContext::drawImage(const NSImage& image, NSRect rect, NSRect
     if (!shown || NSIsEmptyRect(rect)) {
         return;
     }
-    const PainterState keep(_painter);
-    _painter.setOpacity(_painter.opacity() * fraction);
-    if (_flipped && !respectFlipped) {
+    const bool turned = _flipped && !respectFlipped;
+    const PainterState keep(_painter, turned || fraction != 1.0);
+    if (fraction != 1.0) {
+        _painter.setOpacity(_painter.opacity() * fraction);
+    }
+    if (turned) {
         flipAbout(_painter, rect);
     }
     const Scope scope(*this);
@@ -220,7 +234,7 @@ void PainterGraphicsContext::drawBitmap(const NSBitmapImageRep& bitmap, NSRect r
             pixels.scaled(reduced(device.width(), pixels.width()), reduced(device.height(), pixels.height()),
                           Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     }
-    const PainterState keep(_painter);
+    const PainterState keep(_painter, !_flipped);
     if (!_flipped) {
         flipAbout(_painter, rect);
     }
@@ -232,18 +246,23 @@ void PainterGraphicsContext::drawText(const NSAttributedString& text, NSRect rec
     if (NSIsEmptyRect(rect)) {
         return;
     }
-    const PainterState keep(_painter);
+    const auto layout = TextLayout::of(text, rect.size.width);
+    const auto [width, height] = layout->size();
+    const bool fits = width <= rect.size.width && height <= rect.size.height;
+    const PainterState keep(_painter, !_flipped || !fits);
     if (!_flipped) {
         flipAbout(_painter, rect);
     }
-    clipToPixelsOf(_painter, rect);
-    TextLayout::of(text, rect.size.width)->draw(_painter, ::toQt(rect.origin), text, {0, text.length()});
+    if (!fits) {
+        clipToPixelsOf(_painter, rect);
+    }
+    layout->draw(_painter, ::toQt(rect.origin), text, {0, text.length()});
 }
 
 void PainterGraphicsContext::drawTextAtPoint(const NSAttributedString& text, NSPoint point)
 {
     const auto layout = TextLayout::of(text, TextLayout::kUnlimited);
-    const PainterState keep(_painter);
+    const PainterState keep(_painter, !_flipped);
     if (!_flipped) {
         flipAbout(_painter, {point, layout->size()});
     }
@@ -252,7 +271,7 @@ void PainterGraphicsContext::drawTextAtPoint(const NSAttributedString& text, NSP
 
 void PainterGraphicsContext::drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin)
 {
-    const PainterState keep(_painter);
+    const PainterState keep(_painter, !_flipped);
     if (!_flipped) {
         flipAbout(_painter, {origin, {}});
     }

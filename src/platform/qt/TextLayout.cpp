@@ -8,9 +8,9 @@
 #include "platform/graphics/NSParagraphStyle.h"
 #include "platform/qt/Conversions.h"
 #include "platform/qt/Native.h"
+#include "platform/qt/OfApplication.h"
 
 #include <QCache>
-#include <QCoreApplication>
 #include <QPainter>
 #include <QTextBoundaryFinder>
 
@@ -35,26 +35,36 @@ struct Key {
 
 size_t qHash(const Key& key, size_t seed = 0)
 {
-    return qHashMulti(seed, key.text, key.width, key.runs.size(), key.runs.front().font,
-                      key.runs.front().scale);
+    return qHashMulti(seed, key.text, key.width, key.runs.size(), key.runs.front().font.pixelSize());
 }
 
-using Cache = QCache<Key, std::shared_ptr<const TextLayout>>;
-
-/// What a line of a layout costs beside its characters, in characters.
-constexpr qsizetype kLineCost = 64;
-
-/// Goes with the application, since layouts must not outlive its fonts; another application gets another.
-Cache& cache()
+/// The layouts of texts that were asked for recently.
+class Cache
 {
-    constexpr int kCapacity = 256 * 1024; // characters
-    static Cache* layouts = nullptr;
-    if (layouts == nullptr) {
-        layouts = new Cache(kCapacity);
-        qAddPostRoutine([] { delete std::exchange(layouts, nullptr); });
+public:
+    /// Null if there is none.
+    std::shared_ptr<const TextLayout> find(const Key& key)
+    {
+        const auto* found = _layouts.object(key);
+        return found != nullptr ? *found : nullptr;
     }
-    return *layouts;
-}
+
+    std::shared_ptr<const TextLayout> add(const Key& key)
+    {
+        auto layout = std::make_shared<const TextLayout>(key.text, key.runs, key.width);
+        const auto lines = static_cast<qsizetype>(layout->lines().size());
+        _layouts.insert(key, new std::shared_ptr<const TextLayout>(layout),
+                        key.text.size() + kLineCost * lines);
+        return layout;
+    }
+
+private:
+    static constexpr int kCapacity = 256 * 1024; // characters
+    /// What a line of a layout costs beside its characters, in characters.
+    static constexpr qsizetype kLineCost = 64;
+
+    QCache<Key, std::shared_ptr<const TextLayout>> _layouts{kCapacity};
+};
 
 TextLayout::Run runOf(const NSAttributedString::Run& run)
 {
@@ -107,6 +117,9 @@ double commonScale(const std::vector<TextLayout::Run>& runs)
 QFont fontInScale(const TextLayout::Run& run, double scale)
 {
     QFont font = run.font;
+    if (run.scale == scale) {
+        return font; // still the same to Qt, which need not find it again
+    }
     font.setPixelSize(static_cast<int>(std::lround(run.font.pixelSize() * run.scale / scale)));
     return font;
 }
@@ -153,14 +166,23 @@ std::size_t runAt(const std::vector<TextLayout::Run>& runs, std::size_t index)
 std::shared_ptr<const TextLayout> TextLayout::of(const NSAttributedString& text, double width)
 {
     const double usable = width > 0.0 ? std::min(width, kUnlimited) : 0.0;
-    const Key key{toQt(*text.string()), runsOf(text), usable};
-    if (const auto* cached = cache().object(key)) {
-        return *cached;
+    const Ref<NSString> string = text.string();
+    const std::u16string_view characters = string->characters();
+    const QString borrowed = QString::fromRawData(reinterpret_cast<const QChar*>(characters.data()),
+                                                  static_cast<qsizetype>(characters.size()));
+    const std::vector<Run> runs = runsOf(text);
+    Cache& cache = ofApplication<Cache>();
+    // What fits is the same as without a limit, in which most texts are measured before they are drawn.
+    if (usable < kUnlimited) {
+        const auto unlimited = cache.find({borrowed, runs, kUnlimited});
+        if (unlimited && unlimited->fits(usable)) {
+            return unlimited;
+        }
     }
-    auto layout = std::make_shared<const TextLayout>(key.text, key.runs, usable);
-    cache().insert(key, new std::shared_ptr<const TextLayout>(layout),
-                   key.text.size() + kLineCost * static_cast<qsizetype>(layout->lines().size()));
-    return layout;
+    if (auto cached = cache.find({borrowed, runs, usable})) {
+        return cached;
+    }
+    return cache.add({toQt(*string), runs, usable});
 }
 
 TextLayout::TextLayout(const QString& text, const std::vector<Run>& runs, double width)
@@ -266,6 +288,9 @@ void TextLayout::align(const std::vector<Run>& runs, double width)
         const bool justified = paragraph.layout->textOption().alignment() == Qt::AlignJustify;
         const bool rightToLeft = paragraph.layout->text().isRightToLeft();
         const NSTextAlignment alignment = runs[runAt(runs, paragraph.characters.location)].alignment;
+        _isFlushLeft = _isFlushLeft && alignment != NSTextAlignment::Right &&
+                       alignment != NSTextAlignment::Center &&
+                       (alignment == NSTextAlignment::Left || !rightToLeft);
         for (int index = 0; index < lineCount; ++index) {
             Line& line = _lines[paragraph.firstLine + static_cast<std::size_t>(index)];
             const double free = std::max(0.0, room - line.width);
@@ -424,7 +449,7 @@ std::size_t TextLayout::characterAt(NSPoint point, std::size_t lineCount) const
     return std::clamp(found, shown.location, wholeCharacters({NSMaxRange(shown) - 1, 1}).location);
 }
 
-void TextLayout::underline(QPainter& painter, const Line& line, NSRange characters) const
+void TextLayout::underline(QPainter& painter, QPointF origin, const Line& line, NSRange characters) const
 {
     const QList<QGlyphRun> glyphs = glyphsOf(line, characters);
     if (glyphs.isEmpty()) {
@@ -438,7 +463,8 @@ void TextLayout::underline(QPainter& painter, const Line& line, NSRange characte
     const bool smooth = painter.testRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::Antialiasing, false);
     for (const NSRect& rect : rectsOnLine(line, characters)) {
-        painter.fillRect(QRectF(rect.origin.x, top, rect.size.width, thickness), painter.pen().color());
+        painter.fillRect(QRectF(rect.origin.x, top, rect.size.width, thickness).translated(origin),
+                         painter.pen().color());
     }
     painter.setRenderHint(QPainter::Antialiasing, smooth);
 }
@@ -446,9 +472,8 @@ void TextLayout::underline(QPainter& painter, const Line& line, NSRange characte
 void TextLayout::draw(QPainter& painter, QPointF origin, const NSAttributedString& text,
                       NSRange characters) const
 {
-    const NSRange whole = wholeCharacters(characters);
-    painter.save();
-    painter.translate(origin);
+    const NSRange all{0, text.length()};
+    const NSRange whole = characters == all ? all : wholeCharacters(characters);
     auto run = text.runs().begin();
     for (const Line& line : _lines) {
         const NSRange drawn = NSIntersectionRange(line.characters, whole);
@@ -460,17 +485,27 @@ void TextLayout::draw(QPainter& painter, QPointF origin, const NSAttributedStrin
             const NSColor* color = run->attributes[NSForegroundColorAttributeName];
             const NSNumber* style = run->attributes[NSUnderlineStyleAttributeName];
             painter.setPen(color == nullptr ? QColor(Qt::black) : toQt(*color));
-            painter.save();
-            painter.scale(_scale, _scale);
-            for (const QGlyphRun& glyphs : glyphsOf(line, part)) {
-                painter.drawGlyphRun({}, glyphs);
-            }
-            painter.restore();
+            drawGlyphs(painter, origin, glyphsOf(line, part));
             if (style != nullptr && style->integerValue() != NSUnderlineStyleNone) {
-                underline(painter, line, part);
+                underline(painter, origin, line, part);
             }
             place = NSMaxRange(part);
         }
     }
-    painter.restore();
+}
+
+void TextLayout::drawGlyphs(QPainter& painter, QPointF origin, const QList<QGlyphRun>& runs) const
+{
+    const bool scaled = _scale != 1.0;
+    if (scaled) {
+        painter.save();
+        painter.translate(origin);
+        painter.scale(_scale, _scale);
+    }
+    for (const QGlyphRun& glyphs : runs) {
+        painter.drawGlyphRun(scaled ? QPointF() : origin, glyphs);
+    }
+    if (scaled) {
+        painter.restore();
+    }
 }

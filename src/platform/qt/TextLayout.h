@@ -57,6 +57,9 @@ public:
     /// Widest line by the sum of the line heights, none of them rounded.
     NSSize size() const { return _size; }
 
+    /// Whether a layout without a limit is the same as one of this width.
+    bool fits(double width) const { return _isFlushLeft && _size.width <= width; }
+
     /// At least one; an empty text has an empty line.
     const std::vector<Line>& lines() const { return _lines; }
     /// The line that a character is on; the last one for indexes behind the text.
@@ -70,7 +73,8 @@ public:
     std::size_t characterAt(NSPoint point, std::size_t lineCount) const;
 
     /// Draws some characters of `text`, which this is the layout of, in its colours and with its underlines.
-    /// `origin` is the place of the top-left corner in the painter's coordinates, y downwards.
+    /// `origin` is the place of the top-left corner in the painter's coordinates, y downwards. The painter's
+    /// pen is another one afterwards.
     void draw(QPainter& painter, QPointF origin, const NSAttributedString& text, NSRange characters) const;
 
 private:
@@ -88,10 +92,12 @@ private:
     /// The glyphs of those characters that are on the line, in the shaper's units.
     QList<QGlyphRun> glyphsOf(const Line& line, NSRange characters) const;
     std::vector<NSRect> rectsOnLine(const Line& line, NSRange characters) const;
-    void underline(QPainter& painter, const Line& line, NSRange characters) const;
+    void drawGlyphs(QPainter& painter, QPointF origin, const QList<QGlyphRun>& runs) const;
+    void underline(QPainter& painter, QPointF origin, const Line& line, NSRange characters) const;
 
     std::vector<Paragraph> _paragraphs;
     std::vector<Line> _lines;
     double _scale; // from the shaper's units to points
     NSSize _size;
+    bool _isFlushLeft = true; // in every width
 };
