@@ -5,5 +5,6 @@ enum class NSAccessibilityRole {
     Unknown,
     Group,
     Button,
+    CheckBox,
     ProgressIndicator,
 };

@@ -1,10 +1,10 @@
 #include "platform/appkit/NSButton.h"
 
+#include "platform/appkit/NSButtonCell.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/foundation/ClassTable.h"
 #include "platform/foundation/NSAttributedString.h"
 #include "platform/foundation/NSString.h"
-#include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 #include "platform/graphics/NSImage.h"
@@ -15,8 +15,6 @@ namespace
 {
 
 constexpr double kTitleSize = 13.0;
-constexpr double kFaceWhite = 0.96;
-constexpr double kPressedFaceWhite = 0.85;
 
 constexpr std::array kProperties{
     property<&NSButton::title, &NSButton::setTitle>("title"),
@@ -121,17 +119,9 @@ void NSButton::setBordered(bool bordered)
 void NSButton::drawRect(NSRect /*rect*/)
 {
     if (_bordered) {
-        drawFace();
+        NSButtonCell::drawBezelWithFrame(bounds(), _highlighted);
     }
     drawTitle();
-}
-
-void NSButton::drawFace() const
-{
-    NSColor::colorWithCalibratedWhite_alpha(_highlighted ? kPressedFaceWhite : kFaceWhite, 1.0)->setFill();
-    NSBezierPath::fillRect(bounds());
-    NSColor::grayColor()->setStroke();
-    NSBezierPath::strokeRect(bounds());
 }
 
 void NSButton::drawTitle() const
@@ -142,13 +132,8 @@ void NSButton::drawTitle() const
     }
     const Ref<NSMutableAttributedString> title =
         make<NSMutableAttributedString>()->initWithAttributedString(given.get());
-    for (const NSAttributedString::Run& run : given->runs()) {
-        if (run.attributes[NSForegroundColorAttributeName] == nullptr) {
-            title->addAttribute_value_range(NSForegroundColorAttributeName,
-                                            isEnabled() ? NSColor::blackColor() : NSColor::grayColor(),
-                                            run.range);
-        }
-    }
+    title->addMissingAttribute(
+        {NSForegroundColorAttributeName, isEnabled() ? NSColor::blackColor() : NSColor::grayColor()});
     const auto [width, height] = bounds().size;
     const NSSize size = title->size();
     title->drawInRect(

@@ -62,7 +62,6 @@ protected:
     ~NSButton() override;
 
 private:
-    void drawFace() const;
     void drawTitle() const;
     bool contains(const NSEvent& event) const;
     void setHighlighted(bool highlighted);

@@ -211,9 +211,8 @@ Ref<NSWindow> NSView::window() const
 void NSView::setHidden(bool hidden)
 {
     _hidden = hidden;
-    // A peer without a parent would show as a window of its own.
-    if (_peer != nullptr && _peer->parentWidget() != nullptr) {
-        _peer->setVisible(!hidden);
+    if (_peer != nullptr) {
+        _peer->setHidden(hidden);
     }
 }
 
@@ -464,7 +463,7 @@ QWidget* NSView::widget()
     if (_peer != nullptr) {
         return _peer;
     }
-    _peer = new ViewPeer(*this);
+    _peer = makePeer();
     _peer->showToolTip(toolTip().get());
     _peer->updateFocusPolicy();
     placePeer();
@@ -477,6 +476,11 @@ QWidget* NSView::widget()
     return _peer;
 }
 
+ViewPeer* NSView::makePeer()
+{
+    return new ViewPeer(*this);
+}
+
 void NSView::placePeer()
 {
     if (_peer == nullptr) {
@@ -485,14 +489,16 @@ void NSView::placePeer()
     const auto [x, y] = _frame.origin;
     const auto [width, height] = _frame.size;
     const bool fromBottom = _superview != nullptr && !_superview->isFlipped();
-    const double top = fromBottom ? _superview->_frame.size.height - y - height : y;
+    const NSPoint origin = _superview != nullptr ? _superview->originOfPeer() : NSPoint{};
+    const double left = x - origin.x;
+    const double top = fromBottom ? _superview->_frame.size.height - y - height : y - origin.y;
     const auto edge = [](double position) {
         constexpr double kFarthest = 1 << 23; // beyond any screen, within what the toolkit takes
         return static_cast<int>(std::lround(std::clamp(position, -kFarthest, kFarthest)));
     };
-    const QSize size(edge(x + width) - edge(x), edge(top + height) - edge(top));
+    const QSize size(edge(left + width) - edge(left), edge(top + height) - edge(top));
     // Without a superview, the window or the host has put the peer where it is.
-    const QPoint corner = _superview == nullptr ? _peer->pos() : QPoint(edge(x), edge(top));
+    const QPoint corner = _superview == nullptr ? _peer->pos() : QPoint(edge(left), edge(top));
     _peer->place(QRect(corner, size));
 }
 

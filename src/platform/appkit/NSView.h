@@ -157,8 +157,10 @@ public:
     virtual Ref<NSNumber> accessibilityValue() const;
     virtual Ref<NSNumber> accessibilityMinValue() const;
     virtual Ref<NSNumber> accessibilityMaxValue() const;
-    /// Does what a press on the view would, which is offered for buttons. False, as in the base class, if
-    /// that is nothing.
+    /// Whether the view is checked. Without a value, as in the base class, if it has no check.
+    virtual std::optional<bool> accessibilityChecked() const { return std::nullopt; }
+    /// Does what a press on the view would, which is offered for buttons and check boxes. False, as in the
+    /// base class, if that is nothing.
     virtual bool accessibilityPerformPress();
 
     /// The Qt widget that stands for this view, made at the first call together with those of its
@@ -177,6 +179,8 @@ protected:
     void acceptsFirstResponderDidChange();
 
 private:
+    friend class NSTableHeaderView;
+    friend class NSTableView;
     friend class NSWindow;
     friend class ViewPeer;
 
@@ -199,13 +203,17 @@ private:
     /// Leaves the superview, or the window whose content view this is.
     void leaveItsPlace();
 
+    /// The peer: a widget, or the viewport of one of the toolkit's.
+    virtual ViewPeer* makePeer();
+    /// The place in the view's coordinates of its peer's top-left corner, for flipped views.
+    virtual NSPoint originOfPeer() const { return {}; }
     /// Gives the peer its place.
-    void placePeer();
+    virtual void placePeer();
     /// Takes the peers of the subviews out of this view's, so that they outlive it.
     void detachPeersOfSubviews();
 
     /// What to redraw when the toolkit repaints `exposed`; the redraw that was asked for is then done.
-    NSRect takeUpdateRect(NSRect exposed);
+    virtual NSRect takeUpdateRect(NSRect exposed);
     /// Tells the owners of tracking areas of entries and exits. `pointer` is in this view's coordinates,
     /// without a value if the pointer is elsewhere.
     void updateTrackingAreas(std::optional<NSPoint> pointer, bool inKeyWindow);

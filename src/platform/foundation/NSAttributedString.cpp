@@ -136,6 +136,15 @@ void NSMutableAttributedString::addAttribute_value_range(const NSAttributes::Ent
     ++_changeCount;
 }
 
+void NSMutableAttributedString::addMissingAttribute(const NSAttributes::Entry& attribute)
+{
+    for (Run& run : _runs) {
+        run.attributes.setMissing(attribute);
+    }
+    joinRuns(_runs.begin(), _runs.end());
+    ++_changeCount;
+}
+
 void NSMutableAttributedString::joinRuns(std::vector<Run>::iterator first, std::vector<Run>::iterator end)
 {
     auto kept = first;

@@ -43,6 +43,10 @@ public:
     /// in points, not rounded.
     NSSize size() const;
 
+    /// This text if it is no wider than that, or else its beginning with an ellipsis, as much of it as there
+    /// is room for: perhaps the ellipsis alone, however wide that is.
+    Ref<NSAttributedString> truncatedToWidth(double width) const;
+
     /// Draws the text into the current graphics context from the top of `rect`, wrapped at word boundaries
     /// (a word wider than `rect` between characters), aligned in its width and clipped to it. Draws
     /// nothing into a rectangle without area.
@@ -78,6 +82,9 @@ public:
     {
         addAttribute_value_range(NSAttributes::Entry(key, value), range);
     }
+
+    /// Sets one attribute where the text has none with that key.
+    void addMissingAttribute(const NSAttributes::Entry& attribute);
 
     /// Takes over the text and attributes of another; null empties the text.
     void setAttributedString(const NSAttributedString* other);

@@ -56,6 +56,13 @@ public:
 
     /// Sets an attribute; null takes it away.
     void set(const Entry& entry) { _values[entry.index] = entry.value; }
+    /// Sets an attribute unless there is one with that key.
+    void setMissing(const Entry& entry)
+    {
+        if (!_values[entry.index]) {
+            set(entry);
+        }
+    }
 
     /// Whether both have the same attributes with equal values.
     bool operator==(const NSAttributes& other) const;

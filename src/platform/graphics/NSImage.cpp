@@ -109,6 +109,23 @@ NSImage* NSImage::initWithContentsOfFile(NSString* path)
     return this;
 }
 
+NSImage* NSImage::initByReferencingFile(NSString* path)
+{
+    if (initWithContentsOfFile(path) == nullptr) {
+        return nullptr;
+    }
+    const QFileInfo file(toQt(*path));
+    const QString sharper =
+        file.path() + QLatin1Char('/') + file.completeBaseName() + QLatin1String("@2x.") + file.suffix();
+    if (const Ref<NSImage> other = make<NSImage>()->initWithContentsOfFile(fromQt(sharper).get())) {
+        for (const Ref<NSImageRep>& representation : other->representations()) {
+            representation->setSize(_size);
+            addRepresentation(representation);
+        }
+    }
+    return this;
+}
+
 NSImage* NSImage::initWithData(NSData* data)
 {
     _representations = NSBitmapImageRep::imageRepsWithData(data);

@@ -34,6 +34,10 @@ public:
     /// more than 512 MiB, decoded or as it is.
     NSImage* initWithContentsOfFile(NSString* path);
 
+    /// Decodes a picture file as `initWithContentsOfFile` does, at once, and if there is a file of that name
+    /// with "@2x" before the extension beside it, that one, too, for screens with more pixels to the point.
+    NSImage* initByReferencingFile(NSString* path);
+
     /// Decodes the bytes of a picture file; null under the same conditions.
     NSImage* initWithData(NSData* data);
 

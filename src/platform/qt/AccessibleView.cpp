@@ -7,6 +7,7 @@
 #include "platform/qt/Conversions.h"
 #include "platform/qt/ViewPeer.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace
@@ -45,7 +46,8 @@ bool AccessibleView::canBePressed() const
 
 AccessibleView::Report AccessibleView::report() const
 {
-    return {text(QAccessible::Name), text(QAccessible::Description), state().disabled != 0, currentValue()};
+    return {text(QAccessible::Name), text(QAccessible::Description), state().disabled != 0,
+            state().checked != 0, currentValue()};
 }
 
 void AccessibleView::announceChanges()
@@ -59,9 +61,10 @@ void AccessibleView::announceChanges()
         QAccessibleEvent event(this, QAccessible::DescriptionChanged);
         QAccessible::updateAccessibility(&event);
     }
-    if (_reported.disabled != before.disabled) {
+    if (_reported.disabled != before.disabled || _reported.checked != before.checked) {
         QAccessible::State changed;
-        changed.disabled = true;
+        changed.disabled = _reported.disabled != before.disabled;
+        changed.checked = _reported.checked != before.checked;
         QAccessibleStateChangeEvent event(this, changed);
         QAccessible::updateAccessibility(&event);
     }
@@ -76,6 +79,50 @@ bool AccessibleView::isValid() const
     return view() != nullptr;
 }
 
+std::vector<QWidget*> AccessibleView::viewports() const
+{
+    std::vector<QWidget*> widgets;
+    const NSView* const shown = view();
+    for (const Ref<NSView>& subview : shown != nullptr ? shown->subviews() : std::vector<Ref<NSView>>{}) {
+        QWidget* const peer = subview->widget();
+        if (subview->accessibilityRole() != NSAccessibilityRole::Unknown &&
+            peer->parentWidget() != widget()) {
+            widgets.push_back(peer);
+        }
+    }
+    return widgets;
+}
+
+QAccessibleInterface* AccessibleView::parent() const
+{
+    NSView* const superview = view() != nullptr ? view()->superview() : nullptr;
+    return superview != nullptr ? QAccessible::queryAccessibleInterface(superview->widget())
+                                : QAccessibleWidget::parent();
+}
+
+QAccessibleInterface* AccessibleView::child(int index) const
+{
+    const int inside = index - QAccessibleWidget::childCount();
+    const std::vector<QWidget*> widgets = viewports();
+    return inside >= 0 && inside < static_cast<int>(widgets.size())
+               ? QAccessible::queryAccessibleInterface(widgets[static_cast<std::size_t>(inside)])
+               : QAccessibleWidget::child(index);
+}
+
+int AccessibleView::childCount() const
+{
+    return QAccessibleWidget::childCount() + static_cast<int>(viewports().size());
+}
+
+int AccessibleView::indexOfChild(const QAccessibleInterface* child) const
+{
+    const std::vector<QWidget*> widgets = viewports();
+    const auto found = std::ranges::find(widgets, child->object());
+    return found != widgets.end()
+               ? QAccessibleWidget::childCount() + static_cast<int>(found - widgets.begin())
+               : QAccessibleWidget::indexOfChild(child);
+}
+
 QAccessible::Role AccessibleView::role() const
 {
     const NSView* const shown = view();
@@ -84,6 +131,8 @@ QAccessible::Role AccessibleView::role() const
         return QAccessible::Grouping;
     case NSAccessibilityRole::Button:
         return QAccessible::PushButton;
+    case NSAccessibilityRole::CheckBox:
+        return QAccessible::CheckBox;
     case NSAccessibilityRole::ProgressIndicator:
         return QAccessible::ProgressBar;
     case NSAccessibilityRole::Unknown:
@@ -110,6 +159,8 @@ QAccessible::State AccessibleView::state() const
     if (const NSView* const shown = view()) {
         state = QAccessibleWidget::state();
         state.disabled = state.disabled != 0 || !shown->isAccessibilityEnabled();
+        state.checkable = shown->accessibilityChecked().has_value();
+        state.checked = shown->accessibilityChecked().value_or(false);
     } else {
         state.invalid = true;
     }
@@ -124,6 +175,18 @@ void* AccessibleView::interface_cast(QAccessible::InterfaceType type)
     return QAccessibleWidget::interface_cast(type);
 }
 
+QString AccessibleView::pressName() const
+{
+    switch (view()->accessibilityRole()) {
+    case NSAccessibilityRole::Button:
+        return pressAction();
+    case NSAccessibilityRole::CheckBox:
+        return toggleAction();
+    default:
+        return {};
+    }
+}
+
 QStringList AccessibleView::actionNames() const
 {
     const NSView* const shown = view();
@@ -131,8 +194,8 @@ QStringList AccessibleView::actionNames() const
         return {};
     }
     QStringList names = QAccessibleWidget::actionNames();
-    if (shown->accessibilityRole() == NSAccessibilityRole::Button && canBePressed()) {
-        names.prepend(pressAction());
+    if (!pressName().isEmpty() && canBePressed()) {
+        names.prepend(pressName());
     }
     return names;
 }
@@ -142,7 +205,7 @@ void AccessibleView::doAction(const QString& name)
     if (view() == nullptr) {
         return;
     }
-    if (name == pressAction()) {
+    if (!name.isEmpty() && name == pressName()) {
         if (canBePressed()) {
             static_cast<ViewPeer*>(widget())->performPress();
         }

@@ -6,6 +6,8 @@
 #include <QAccessibleWidget>
 #include <QVariant>
 
+#include <vector>
+
 class NSView;
 class ViewPeer;
 
@@ -22,12 +24,20 @@ public:
     void announceChanges();
 
     bool isValid() const override;
+
+    // In the widget's relations a view that shows by a viewport counts as one of its superview's; what the
+    // viewport stands in answers for itself.
+    QAccessibleInterface* parent() const override;
+    QAccessibleInterface* child(int index) const override;
+    int childCount() const override;
+    int indexOfChild(const QAccessibleInterface* child) const override;
+
     QAccessible::Role role() const override;
     QString text(QAccessible::Text kind) const override;
     QAccessible::State state() const override;
     void* interface_cast(QAccessible::InterfaceType type) override;
 
-    /// A press, for an enabled button, and what the widget offers.
+    /// A press, for an enabled button or check box, and what the widget offers.
     QStringList actionNames() const override;
     void doAction(const QString& name) override;
 
@@ -42,6 +52,7 @@ private:
         QString name;
         QString description;
         bool disabled;
+        bool checked;
         QVariant value;
     };
 
@@ -54,7 +65,12 @@ private:
     NSView* view() const;
     /// Whether the view is there and not hidden, and neither it nor a widget around it is disabled.
     bool canBePressed() const;
+    /// What the press is called; empty for views that are not pressed.
+    QString pressName() const;
     Report report() const;
+    /// The views inside that say something of themselves and have a viewport for a widget, which Qt does not
+    /// count.
+    std::vector<QWidget*> viewports() const;
 
     Report _reported;
 };

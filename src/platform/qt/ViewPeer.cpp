@@ -10,6 +10,7 @@
 #include "platform/qt/Conversions.h"
 #include "platform/qt/PainterGraphicsContext.h"
 
+#include <QAbstractScrollArea>
 #include <QGraphicsDropShadowEffect>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -31,16 +32,13 @@ int eventsInProgress = 0;
 /// Those of them in which a view draws: Qt walks its widgets then, and none may change its place among them.
 int drawingsInProgress = 0;
 
-class InProgress
+class DrawingInProgress
 {
 public:
-    explicit InProgress(int& count) : _count(count) { ++_count; }
-    ~InProgress() { --_count; }
-    InProgress(const InProgress&) = delete;
-    InProgress& operator=(const InProgress&) = delete;
-
-private:
-    int& _count;
+    DrawingInProgress() { ++drawingsInProgress; }
+    ~DrawingInProgress() { --drawingsInProgress; }
+    DrawingInProgress(const DrawingInProgress&) = delete;
+    DrawingInProgress& operator=(const DrawingInProgress&) = delete;
 };
 
 /// The toolkit's shadow, with a blur that is as wide in points on every device. The toolkit's blur radius is
@@ -79,6 +77,22 @@ private:
 
 } // namespace
 
+EventInProgress::EventInProgress()
+{
+    ++eventsInProgress;
+}
+
+EventInProgress::~EventInProgress()
+{
+    --eventsInProgress;
+}
+
+Ref<NSEvent> keyEvent(const QKeyEvent& event, const NSView& view)
+{
+    return NSEvent::keyEventWithType_characters_isARepeat_window(NSEventType::KeyDown, fromQt(event.text()),
+                                                                 event.isAutoRepeat(), view.window().get());
+}
+
 void destroyWidget(QWidget* widget)
 {
     if (eventsInProgress == 0) {
@@ -98,6 +112,14 @@ ViewPeer::ViewPeer(NSView& view) : _view(&view)
     AccessibleView::install();
 }
 
+ViewPeer::ViewPeer(QAbstractScrollArea& surroundings, Surroundings kind, std::function<void(QEvent*)> handle)
+    : _view(nullptr), _outermost(&surroundings), _fixed(kind == Surroundings::Fixed),
+      _handle(std::move(handle))
+{
+    setMouseTracking(true);
+    AccessibleView::install();
+}
+
 ViewPeer::~ViewPeer()
 {
     if (_view != nullptr) {
@@ -110,7 +132,50 @@ ViewPeer::~ViewPeer()
 void ViewPeer::abandon()
 {
     _view = nullptr;
-    destroyWidget(this);
+    if (!_handle) {
+        destroyWidget(this);
+    }
+}
+
+void ViewPeer::show(NSView* view)
+{
+    if (_view != nullptr) {
+        _view->detachPeersOfSubviews();
+        _view->_peer = nullptr;
+    }
+    _view = view;
+    update();
+}
+
+void ViewPeer::handOn(NSEventType type)
+{
+    const QEvent::Type handled = _event != nullptr ? _event->type() : QEvent::None;
+    const bool press = handled == QEvent::MouseButtonPress || handled == QEvent::MouseButtonDblClick;
+    const bool drag = handled == QEvent::MouseMove;
+    const bool release = handled == QEvent::MouseButtonRelease;
+    if (!_handle ||
+        !((press && type == NSEventType::LeftMouseDown) || (drag && type == NSEventType::LeftMouseDragged) ||
+          (release && type == NSEventType::LeftMouseUp))) {
+        return;
+    }
+    // To the toolkit only whole points are something, of which the one that the pointer is in counts. The
+    // second of two quick presses is a press like any other: the first need not have been handed on.
+    const auto& mouse = static_cast<const QMouseEvent&>(*_event);
+    const QPointF place = placeOf(mouse);
+    QMouseEvent whole(press ? QEvent::MouseButtonPress : handled,
+                      {std::floor(place.x()), std::floor(place.y())}, mouse.scenePosition(),
+                      mouse.globalPosition(), mouse.button(), mouse.buttons(), mouse.modifiers(),
+                      mouse.pointingDevice());
+    whole.setTimestamp(mouse.timestamp());
+    _handle(&whole);
+}
+
+void ViewPeer::setHidden(bool hidden)
+{
+    // One without a parent would show as a window of its own.
+    if (_outermost->parentWidget() != nullptr) {
+        _outermost->setVisible(!hidden);
+    }
 }
 
 void ViewPeer::place(const QRect& geometry)
@@ -149,14 +214,18 @@ void ViewPeer::castShadow()
 
 void ViewPeer::attach()
 {
+    if (_fixed) {
+        setHidden(_view->isHidden());
+        return;
+    }
     const auto attachNow = [this] {
         if (_view != nullptr && _view->superview() != nullptr) {
-            setParent(_view->superview()->widget());
+            _outermost->setParent(_view->superview()->widget());
             _view->placePeer();
-            setVisible(!_view->isHidden());
+            setHidden(_view->isHidden());
         }
     };
-    if (parentWidget() == nullptr) {
+    if (_outermost->parentWidget() == nullptr) {
         attachNow();
     } else {
         afterDrawing(attachNow);
@@ -165,14 +234,17 @@ void ViewPeer::attach()
 
 void ViewPeer::detach()
 {
-    if (drawingsInProgress == 0) {
-        setParent(nullptr);
+    if (_fixed) {
         return;
     }
-    hide();
+    if (drawingsInProgress == 0) {
+        _outermost->setParent(nullptr);
+        return;
+    }
+    _outermost->hide();
     afterDrawing([this] {
         if (_view == nullptr || !_view->hasPlace()) {
-            setParent(nullptr);
+            _outermost->setParent(nullptr);
         }
     });
 }
@@ -193,14 +265,19 @@ void ViewPeer::afterDrawing(const std::function<void()>& change)
 void ViewPeer::updateFocusPolicy()
 {
     const bool accepts = _view->acceptsFirstResponder();
-    setFocusPolicy(accepts ? Qt::StrongFocus : Qt::NoFocus);
-    if (!accepts && window()->focusWidget() == this && !focusNextChild()) {
-        clearFocus();
+    _outermost->setFocusPolicy(accepts ? Qt::StrongFocus : Qt::NoFocus);
+    if (!accepts && window()->focusWidget() == _outermost && !focusNextChild()) {
+        _outermost->clearFocus();
     }
 }
 
 void ViewPeer::announceChanges()
 {
+    if (_outermost != this && !_fixed && _view != nullptr) { // which answers for itself, by its widget's name
+        if (const Ref<NSString> label = _view->accessibilityLabel()) {
+            _outermost->setAccessibleName(toQt(*label));
+        }
+    }
     if (QAccessible::isActive()) {
         // A factory of the host may have had its own idea of this widget.
         if (auto* accessible = dynamic_cast<AccessibleView*>(QAccessible::queryAccessibleInterface(this))) {
@@ -211,7 +288,7 @@ void ViewPeer::announceChanges()
 
 void ViewPeer::performPress()
 {
-    const InProgress progress(eventsInProgress);
+    const EventInProgress progress;
     const Ref<NSView> view(_view);
     view->accessibilityPerformPress();
 }
@@ -221,7 +298,9 @@ void ViewPeer::requestRepaint(NSRect rect)
     if (!_view->isFlipped()) {
         rect.origin.y = _view->bounds().size.height - rect.origin.y - rect.size.height;
     }
-    update(toQt(rect).toAlignedRect());
+    const NSPoint origin = _view->originOfPeer();
+    rect.origin = {rect.origin.x - origin.x, rect.origin.y - origin.y};
+    update(toQt(NSIntersectionRect(rect, fromQt(QRectF(this->rect())))).toAlignedRect());
 }
 
 bool ViewPeer::event(QEvent* event)
@@ -229,9 +308,15 @@ bool ViewPeer::event(QEvent* event)
     if (_view == nullptr) {
         return QWidget::event(event);
     }
-    const InProgress progress(eventsInProgress);
-    const Ref<NSView> view(_view); // may be let go by whatever the event leads to
+    const EventInProgress progress;
+    const Ref<NSView> view(_view);       // may be let go by whatever the event leads to
+    const QPointer<ViewPeer> self(this); // may go with a host's window
+    QEvent* const outer = std::exchange(_event, event);
     const bool result = QWidget::event(event);
+    if (!self) {
+        return result;
+    }
+    _event = outer;
     if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate) {
         updateTracking();
     }
@@ -245,12 +330,13 @@ void ViewPeer::paintEvent(QPaintEvent* event)
     }
     const bool flipped = _view->isFlipped();
     const double height = _view->bounds().size.height;
-    NSRect exposed = fromQt(QRectF(event->rect()));
+    const NSPoint origin = _view->originOfPeer();
+    NSRect exposed = fromQt(QRectF(event->rect()).translated(toQt(origin)));
     if (!flipped) {
         exposed.origin.y = height - exposed.origin.y - exposed.size.height;
     }
     {
-        const InProgress drawing(drawingsInProgress);
+        const DrawingInProgress drawing;
         if (flipped != _view->_placesFlipped) {
             afterDrawing([this] {
                 if (_view != nullptr) {
@@ -259,6 +345,7 @@ void ViewPeer::paintEvent(QPaintEvent* event)
             });
         }
         QPainter painter(this);
+        painter.translate(-toQt(origin));
         const Ref<PainterGraphicsContext> context = make<PainterGraphicsContext>(painter, flipped, height);
         _view->displayRectIgnoringOpacity_inContext(_view->takeUpdateRect(exposed), *context);
     }
@@ -307,7 +394,15 @@ void ViewPeer::hideEvent(QHideEvent* /*event*/)
 NSPoint ViewPeer::toView(QPointF position) const
 {
     const double height = _view->bounds().size.height;
-    return {position.x(), _view->isFlipped() ? position.y() : height - position.y()};
+    const auto [x, y] = _view->originOfPeer();
+    return {x + position.x(), _view->isFlipped() ? y + position.y() : height - position.y()};
+}
+
+QPointF ViewPeer::placeOf(const QSinglePointEvent& event) const
+{
+    // In the widget, Qt rounds it to whole points, but not in the window.
+    const QPointF place = mapFrom(window(), event.scenePosition());
+    return place.toPoint() == event.position().toPoint() ? place : event.position();
 }
 
 Ref<NSEvent> ViewPeer::eventAt(QPointF position, NSEventType type) const
@@ -333,7 +428,7 @@ void ViewPeer::updateTracking()
 
 void ViewPeer::enterEvent(QEnterEvent* event)
 {
-    pointerAt(event->position());
+    pointerAt(placeOf(*event));
 }
 
 void ViewPeer::leaveEvent(QEvent* /*event*/)
@@ -344,12 +439,12 @@ void ViewPeer::leaveEvent(QEvent* /*event*/)
 void ViewPeer::mouseMoveEvent(QMouseEvent* event)
 {
     if (event->buttons() == Qt::NoButton) {
-        pointerAt(event->position());
+        pointerAt(placeOf(*event));
         return;
     }
-    _pointer = event->position();
+    _pointer = placeOf(*event);
     if (_view != nullptr && event->buttons().testFlag(Qt::LeftButton)) {
-        _view->mouseDragged(eventAt(event->position(), NSEventType::LeftMouseDragged).get());
+        _view->mouseDragged(eventAt(placeOf(*event), NSEventType::LeftMouseDragged).get());
     }
 }
 
@@ -357,7 +452,7 @@ void ViewPeer::mousePressEvent(QMouseEvent* event)
 {
     event->setAccepted(event->button() == Qt::LeftButton);
     if (_view != nullptr && event->isAccepted()) {
-        _view->mouseDown(eventAt(event->position(), NSEventType::LeftMouseDown).get());
+        _view->mouseDown(eventAt(placeOf(*event), NSEventType::LeftMouseDown).get());
     }
 }
 
@@ -366,10 +461,10 @@ void ViewPeer::mouseReleaseEvent(QMouseEvent* event)
     event->setAccepted(event->button() == Qt::LeftButton);
     const QPointer<ViewPeer> self(this); // a host's window may go, and its widgets with it
     if (_view != nullptr && event->isAccepted()) {
-        _view->mouseUp(eventAt(event->position(), NSEventType::LeftMouseUp).get());
+        _view->mouseUp(eventAt(placeOf(*event), NSEventType::LeftMouseUp).get());
     }
     if (self && event->buttons() == Qt::NoButton) {
-        pointerAt(event->position());
+        pointerAt(placeOf(*event));
     }
 }
 
@@ -403,8 +498,6 @@ void ViewPeer::keyPressEvent(QKeyEvent* event)
     // asked already and which has not the focus, and in the end to the host's widgets.
     event->ignore();
     if (_view != nullptr && hasFocus()) {
-        const Ref<NSEvent> key = NSEvent::keyEventWithType_characters_isARepeat_window(
-            NSEventType::KeyDown, fromQt(event->text()), event->isAutoRepeat(), _view->window().get());
-        event->setAccepted(_view->keyDown(key.get()));
+        event->setAccepted(_view->keyDown(keyEvent(*event, *_view).get()));
     }
 }

@@ -13,11 +13,27 @@
 class NSEvent;
 class NSString;
 class NSView;
+class QAbstractScrollArea;
+class QKeyEvent;
+class QSinglePointEvent;
 enum class NSEventType : unsigned long;
 
 /// Destroys a widget that belongs to a view or window: at once, or, while an event of some view is being
 /// handled, as soon as that is done.
 void destroyWidget(QWidget* widget);
+
+/// To be alive while a widget that may lead to anything handles an event: none is destroyed meanwhile.
+class EventInProgress
+{
+public:
+    EventInProgress();
+    ~EventInProgress();
+    EventInProgress(const EventInProgress&) = delete;
+    EventInProgress& operator=(const EventInProgress&) = delete;
+};
+
+/// A key as `view` gets it.
+Ref<NSEvent> keyEvent(const QKeyEvent& event, const NSView& view);
 
 /// Shows a view and hands it what happens to it. Belongs to the view; should Qt destroy it first (with a
 /// host's window), the view is told and makes a new one when needed.
@@ -25,18 +41,37 @@ class ViewPeer final : public QWidget
 {
 public:
     explicit ViewPeer(NSView& view);
+
+    /// What a viewport stands in: `Movable` surroundings take the place of the view in the widget of its
+    /// superview, `Fixed` ones stay where they are.
+    enum class Surroundings { Movable, Fixed };
+    /// The viewport of one of the toolkit's widgets, which it belongs to: shows a view from `show` on, and
+    /// hands events on to that widget (`handle`) where the view leaves them to the toolkit.
+    ViewPeer(QAbstractScrollArea& surroundings, Surroundings kind, std::function<void(QEvent*)> handle);
     ~ViewPeer() override;
+
+    /// Shows another view, null for none. Only for viewports.
+    void show(NSView* view);
+    using QWidget::show;
+
+    /// Has the toolkit do what it does by itself with the event of that type that is being handled, if one
+    /// is.
+    void handOn(NSEventType type);
 
     /// Borrowed; null once the view is gone.
     NSView* view() const { return _view; }
 
-    /// Called by the view's destructor: nothing reaches the view any more, and the widget is destroyed.
+    /// Called by the view's destructor: nothing reaches the view any more, and the widget is destroyed unless
+    /// it is a viewport.
     void abandon();
 
     /// Gives the widget the place of the view's frame.
     void place(const QRect& geometry);
 
     void showToolTip(const NSString* text);
+
+    /// Shows or hides the widget, where it is in another.
+    void setHidden(bool hidden);
 
     /// Puts the widget into that of the view's superview.
     void attach();
@@ -75,13 +110,19 @@ private:
     /// Makes a change to widgets, at once or, while a view draws, as soon as that is done.
     void afterDrawing(const std::function<void()>& change);
     NSPoint toView(QPointF position) const;
+    /// Where the pointer is in the widget, to the fraction of a point.
+    QPointF placeOf(const QSinglePointEvent& event) const;
     Ref<NSEvent> eventAt(QPointF position, NSEventType type) const;
     void pointerAt(std::optional<QPointF> position);
     void updateTracking();
     void drawFocusRing();
 
-    NSView* _view;                   // null once the view is gone
-    QSize _placed;                   // the size that the view's frame asks for
+    NSView* _view;                        // null once the view is gone
+    QWidget* _outermost = this;           // what the widget stands in, if it is a viewport
+    bool _fixed = false;                  // whether that stays where it is
+    std::function<void(QEvent*)> _handle; // empty unless this is a viewport
+    QEvent* _event = nullptr;             // that is being handled
+    QSize _placed;                        // the size that the view's frame asks for
     std::optional<QPointF> _pointer; // where the pointer is, in the widget's coordinates, if it is inside
     bool _reachedByKey = false;      // the way in which the focus came last
 };

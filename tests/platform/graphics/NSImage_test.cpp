@@ -54,6 +54,25 @@ TEST(NSImageTest, DecodesFilesWithTheirSizeInPoints)
     EXPECT_EQ(decoded("text"), nullptr);
 }
 
+TEST(NSImageTest, TakesTheSharperPictureBesideAFile)
+{
+    const TemporaryFolder folder;
+    folder.write("a.b.png", encoded(sample(16, 8), "PNG").toStdString());
+    const auto read = [&](const char* name) {
+        return Ref<NSImage>(
+            make<NSImage>()->initByReferencingFile(text((folder.path() / name).c_str()).get()));
+    };
+    EXPECT_EQ(read("a.b.png")->representations().size(), 1U);
+    folder.write("a.b@2x.png", encoded(sample(32, 16), "PNG").toStdString());
+    const Ref<NSImage> image = read("a.b.png");
+    EXPECT_EQ(image->size(), (NSSize{16.0, 8.0}));
+    ASSERT_EQ(image->representations().size(), 2U);
+    EXPECT_EQ(image->representations()[1]->pixelsWide(), 32);
+    EXPECT_EQ(image->representations()[1]->size(), image->size());
+    EXPECT_EQ(read("b.png"), nullptr);
+    EXPECT_EQ(make<NSImage>()->initByReferencingFile(nullptr), nullptr);
+}
+
 /// Red, whatever the number of pixels.
 class Drawing : public NSImageRep
 {
