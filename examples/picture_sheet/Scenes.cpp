@@ -1,21 +1,36 @@
 #include "Scenes.h"
 
 #include <platform/appkit/NSEvent.h>
+#include <platform/appkit/NSScrollView.h>
+#include <platform/appkit/NSTableColumn.h>
+#include <platform/foundation/NSBundle.h>
+#include <platform/foundation/NSIndexSet.h>
 #include <platform/foundation/NSString.h>
 #include <platform/graphics/NSBezierPath.h>
 #include <platform/graphics/NSColor.h>
+#include <platform/graphics/NSFont.h>
 #include <platform/graphics/NSImage.h>
 #include <platform/graphics/NSImageRep.h>
 #include <util/UiUtil.h>
 #include <window/ZuBorderView.h>
 #include <window/ZuBox.h>
+#include <window/ZuCenterTextFieldCell.h>
+#include <window/ZuCheckImageCell.h>
+#include <window/ZuCheckTableHeaderView.h>
 #include <window/ZuFlippedView.h>
+#include <window/ZuImageCell.h>
 #include <window/ZuLine.h>
+#include <window/ZuOutlineImageCell.h>
+#include <window/ZuOutlineItem.h>
+#include <window/ZuOutlineView.h>
 #include <window/ZuProgressView.h>
 #include <window/ZuSimpleButton.h>
+#include <window/ZuTableCheckImageCell.h>
 #include <window/ZuTableCornerView.h>
+#include <window/ZuTableHeaderCell.h>
 #include <window/ZuToolButton.h>
 
+#include <array>
 #include <utility>
 
 namespace
@@ -228,6 +243,205 @@ Ref<ZuTableCornerView> cornerView()
     return make<ZuTableCornerView>()->initWithFrame(NSMakeRect(0.0, 0.0, 16.0, 24.0));
 }
 
+// Tables and outlines keep neither those who answer for them alive nor what their cells borrow.
+
+/// Shows a table, and keeps the one who answers for it alive.
+class KeepingScrollView final : public NSScrollView
+{
+public:
+    explicit KeepingScrollView(Ref<NSObject> owner) : _owner(std::move(owner)) {}
+
+private:
+    Ref<NSObject> _owner;
+};
+
+Ref<NSImage> checkImage(const char* name)
+{
+    const Ref<NSString> path =
+        NSBundle::mainBundle()->pathForResource_ofType(text(name).get(), text("png").get());
+    return make<NSImage>()->initByReferencingFile(path.get());
+}
+
+constexpr double kRowHeight = 24.0;
+
+void addColumn(NSTableView& table, const char* title, double width, Ref<NSCell> cell)
+{
+    const Ref<NSTableColumn> column = make<NSTableColumn>();
+    column->setHeaderCell(make<ZuTableHeaderCell>());
+    column->setTitle(text(title));
+    column->setWidth(width);
+    column->setDataCell(std::move(cell));
+    table.addTableColumn(column);
+}
+
+/// The files of a phone, of which some are checked and one cannot be. Of presses it need not hear in a
+/// picture.
+class Files final : public NSObject, public NSTableViewDataSource, public NSTableViewDelegate
+{
+public:
+    Ref<NSView> table()
+    {
+        const Ref<ZuTableCheckImageCell> checks = make<ZuTableCheckImageCell>();
+        checks->awakeFromNib();
+        checks->loadImage_withSecond_withThird(_unchecked.get(), _checked.get(), _disabled.get());
+        const Ref<ZuImageCell> pictures = make<ZuImageCell>();
+        pictures->setImageAlignment(NSImageAlignment::Left);
+        pictures->setOffset(36);
+
+        const Ref<NSTableView> table = make<NSTableView>();
+        table->setRowHeight(kRowHeight);
+        table->setFont(_font);
+        addColumn(*table, "", 150.0, checks);
+        addColumn(*table, "Album", 180.0, pictures);
+        addColumn(*table, "Size", 110.0, make<ZuCenterTextFieldCell>());
+        const Ref<ZuCheckTableHeaderView> header =
+            make<ZuCheckTableHeaderView>()->initWithFrame(table->headerView()->frame());
+        header->awakeFromNib();
+        table->setHeaderView(header);
+        table->setDelegate(this);
+        table->setDataSource(this);
+        table->selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(1).get(), false);
+
+        const Ref<KeepingScrollView> view = make<KeepingScrollView>(this);
+        view->initWithFrame(NSMakeRect(0.0, 0.0, 440.0, 119.0));
+        view->setDocumentView(table);
+        return view;
+    }
+
+    std::int64_t numberOfRowsInTableView(NSTableView* /*view*/) override
+    {
+        return static_cast<std::int64_t>(_files.size());
+    }
+    void tableView_willDisplayCell_forTableColumn_row(NSTableView* /*view*/, NSCell* cell,
+                                                      NSTableColumn* /*column*/, std::int64_t row) override
+    {
+        const File& file = _files[static_cast<std::size_t>(row)];
+        cell->setStringValue(file.size);
+        if (auto* const check = dynamic_cast<ZuTableCheckImageCell*>(cell)) {
+            check->setStringValue(file.name);
+            check->setIsChecked(file.checked ? 1 : 0);
+            check->setEnabled(file.enabled);
+        } else if (auto* const picture = dynamic_cast<ZuImageCell*>(cell)) {
+            picture->setImage(file.picture);
+            picture->setDescription(file.album.get());
+        }
+    }
+
+private:
+    struct File {
+        Ref<NSString> name;
+        Ref<NSImage> picture;
+        Ref<NSString> album;
+        Ref<NSString> size;
+        bool checked;
+        bool enabled;
+    };
+
+    Ref<NSImage> _unchecked = checkImage("content-check-no");
+    Ref<NSImage> _checked = checkImage("content-check-yes");
+    Ref<NSImage> _disabled = patch("disabled", {16.0, 16.0}, rgb(220, 223, 227));
+    Ref<NSFont> _font = NSFont::fontWithName_size("Arial", 12.0);
+    std::array<File, 4> _files{{
+        {text("IMG_0012.jpg"), patch("lake", {28.0, 18.0}, rgb(70, 140, 190)), text("Lake in spring"),
+         text("2.4 MB"), true, true},
+        {text("IMG_0013.jpg"), patch("lake", {28.0, 18.0}, rgb(90, 160, 180)), text("Lake in spring"),
+         text("3.1 MB"), false, true},
+        {text("IMG_0020.jpg"), patch("sunset", {28.0, 18.0}, rgb(224, 130, 60)), text("Sunset"),
+         text("1.9 MB"), true, true},
+        {text("clip.mov"), patch("clip", {28.0, 18.0}, rgb(120, 110, 150)), text("Videos"), text("48 MB"),
+         false, false},
+    }};
+};
+
+/// What is on a phone, as a tree.
+class PhoneTree final : public NSObject, public NSOutlineViewDataSource, public NSOutlineViewDelegate
+{
+public:
+    /// `room` is what is kept free left of the logos, in points.
+    explicit PhoneTree(std::int64_t room) : _room(room)
+    {
+        const Ref<ZuOutlineItem> phone = add(*_root, 0, "Phone", -1, rgb(82, 110, 160));
+        add(*phone, 1, "Contacts", 214, rgb(52, 152, 83));
+        const Ref<ZuOutlineItem> photos = add(*phone, 1, "Photos", 59, rgb(224, 130, 60));
+        add(*photos, 2, "Lake in spring", 42, rgb(70, 140, 190));
+        add(*photos, 2, "Sunset", 17, rgb(224, 64, 48))->setIsChecked(0);
+    }
+
+    Ref<NSView> outline(Ref<NSCell> cell)
+    {
+        cell->setFont(NSFont::fontWithName_size("Arial", kNameSize));
+        const Ref<ZuOutlineView> outline = make<ZuOutlineView>();
+        outline->setRowHeight(kRowHeight);
+        outline->setHeaderView(nullptr);
+        addColumn(*outline, "", kWidth, std::move(cell));
+        outline->setDelegate(this);
+        outline->setDataSource(this);
+        const Ref<ZuOutlineItem> phone = _root->childAtIndex(0);
+        outline->expandItem(phone.get());
+        outline->expandItem(phone->childAtIndex(1).get());
+        outline->selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(1).get(), false);
+
+        const Ref<KeepingScrollView> view = make<KeepingScrollView>(this);
+        view->initWithFrame(NSMakeRect(0.0, 0.0, kWidth, 120.0));
+        view->setDocumentView(outline);
+        return view;
+    }
+
+    std::int64_t outlineView_numberOfChildrenOfItem(NSOutlineView* /*view*/, NSObject* item) override
+    {
+        return itemOf(item).numberOfChildren();
+    }
+    Ref<NSObject> outlineView_child_ofItem(NSOutlineView* /*view*/, std::int64_t index,
+                                           NSObject* item) override
+    {
+        return itemOf(item).childAtIndex(static_cast<std::uint64_t>(index));
+    }
+    bool outlineView_isItemExpandable(NSOutlineView* /*view*/, NSObject* item) override
+    {
+        return itemOf(item).numberOfChildren() > 0;
+    }
+    void outlineView_willDisplayCell_forTableColumn_item(NSOutlineView* /*view*/, NSCell* cell,
+                                                         NSTableColumn* /*column*/, NSObject* item) override
+    {
+        ZuOutlineItem& shown = itemOf(item);
+        cell->setStringValue(shown.name());
+        cell->setImage(shown.isChecked() != 0 ? _checked : _unchecked);
+        if (auto* const row = dynamic_cast<ZuCheckImageCell*>(cell)) {
+            row->setItem(&shown);
+        } else if (auto* const textRow = dynamic_cast<ZuOutlineImageCell*>(cell)) {
+            textRow->setItem(&shown);
+        }
+    }
+
+private:
+    ZuOutlineItem& itemOf(NSObject* item) const
+    {
+        return item != nullptr ? dynamic_cast<ZuOutlineItem&>(*item) : *_root;
+    }
+    Ref<ZuOutlineItem> add(ZuOutlineItem& parent, std::int64_t level, const char* name, std::int64_t number,
+                           Ref<NSColor> color) const
+    {
+        constexpr std::int64_t kLevel = 16;  // of the outline
+        constexpr std::int64_t kOutdent = 8; // of the cells
+        Ref<ZuOutlineItem> item = make<ZuOutlineItem>()->init();
+        item->setName(text(name));
+        item->setNumber(number);
+        item->setLogo(patch("logo", {14.0, 14.0}, std::move(color)));
+        item->setIndent_item(level * kLevel + kOutdent + _room);
+        item->setGap_logo_to_text(6);
+        parent.addChild(item);
+        return item;
+    }
+
+    static constexpr double kWidth = 220.0;
+    static constexpr double kNameSize = 14.0; // with which names stand on one line with the counts
+
+    std::int64_t _room;
+    Ref<ZuOutlineItem> _root = make<ZuOutlineItem>()->init();
+    Ref<NSImage> _unchecked = checkImage("content-check-no");
+    Ref<NSImage> _checked = checkImage("content-check-yes");
+};
+
 } // namespace
 
 std::vector<Scene> scenes()
@@ -269,6 +483,10 @@ std::vector<Scene> scenes()
           {"face, shadow", shadowOfFace()}}},
         {"ZuFlippedView", {{"origin above", flippedView()}}},
         {"ZuTableCornerView", {{"corner", cornerView()}}},
+        {"ZuCheckTableHeaderView", {{"over a table, a row of which is selected", make<Files>()->table()}}},
+        {"ZuOutlineView",
+         {{"ZuOutlineImageCell", make<PhoneTree>(0)->outline(make<ZuOutlineImageCell>())},
+          {"ZuCheckImageCell", make<PhoneTree>(22)->outline(make<ZuCheckImageCell>())}}},
     };
 }
 

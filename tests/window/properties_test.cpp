@@ -3,15 +3,24 @@
 #include "platform/foundation/ClassTable.h"
 #include "platform/foundation/NSNumber.h"
 #include "platform/graphics/NSColor.h"
+#include "platform/graphics/NSFont.h"
 #include "support/Drawing.h"
 #include "window/ZuBorderView.h"
 #include "window/ZuBox.h"
+#include "window/ZuCenterTextFieldCell.h"
+#include "window/ZuCheckImageCell.h"
+#include "window/ZuCheckTableHeaderView.h"
 #include "window/ZuFlippedView.h"
+#include "window/ZuImageCell.h"
 #include "window/ZuLine.h"
+#include "window/ZuOutlineImageCell.h"
 #include "window/ZuOutlineItem.h"
+#include "window/ZuOutlineView.h"
 #include "window/ZuProgressView.h"
 #include "window/ZuSimpleButton.h"
+#include "window/ZuTableCheckImageCell.h"
 #include "window/ZuTableCornerView.h"
+#include "window/ZuTableHeaderCell.h"
 #include "window/ZuToolButton.h"
 
 #include <gtest/gtest.h>
@@ -38,15 +47,20 @@ protected:
     void expectSet(const Ref<T>& control, const char* key, Value (T::*getter)() const)
     {
         if constexpr (std::is_same_v<Value, Ref<NSColor>>) {
-            const Ref<NSColor> color = NSColor::colorWithCalibratedWhite_alpha(0.5, 0.5);
-            EXPECT_TRUE(control->setValue_forKey(color.get(), key)) << key;
-            EXPECT_EQ(((*control).*getter)(), color) << key;
-            EXPECT_EQ(control->valueForKey(key), color) << key;
+            expectSet(control, key, getter, NSColor::colorWithCalibratedWhite_alpha(0.5, 0.5));
         } else {
             const int number = ++_number;
             EXPECT_TRUE(control->setValue_forKey(NSNumber::numberWithInteger(number).get(), key)) << key;
             EXPECT_EQ(((*control).*getter)(), static_cast<Value>(number)) << key;
         }
+    }
+    template <class T, class Object>
+    void expectSet(const Ref<T>& control, const char* key, Ref<Object> (T::*getter)() const,
+                   const Ref<Object>& value)
+    {
+        EXPECT_TRUE(control->setValue_forKey(value.get(), key)) << key;
+        EXPECT_EQ(((*control).*getter)(), value) << key;
+        EXPECT_EQ(control->valueForKey(key), value) << key;
     }
 
 private:
@@ -95,6 +109,33 @@ TEST_F(ControlTest, TakesPropertiesByNameAndItsFrame)
     expectSet(item, "indent_item", &ZuOutlineItem::indent_item);
     expectSet(item, "gap_logo_to_text", &ZuOutlineItem::gap_logo_to_text);
 
+    const Ref<ZuImageCell> imageCell = make<ZuImageCell>();
+    expectSet(imageCell, "description", &ZuImageCell::description, text("Lake"));
+    expectSet(imageCell, "offset", &ZuImageCell::offset);
+    expectSet(imageCell, "font", &ZuImageCell::font, NSFont::fontWithName_size("Arial", 15.0));
+
+    const Ref<ZuTableCheckImageCell> checkCell = make<ZuTableCheckImageCell>();
+    expectSet(checkCell, "isChecked", &ZuTableCheckImageCell::isChecked);
+    expectSet(checkCell, "imageOffset", &ZuTableCheckImageCell::imageOffset);
+
+    const Ref<ZuCheckTableHeaderView> header = made<ZuCheckTableHeaderView>();
+    expectSet(header, "showChecked", &ZuCheckTableHeaderView::showChecked);
+    expectSet(header, "isChecked", &ZuCheckTableHeaderView::isChecked);
+    expectSet(header, "imageOffset", &ZuCheckTableHeaderView::imageOffset);
+
+    const Ref<ZuOutlineImageCell> outlineCell = make<ZuOutlineImageCell>();
+    expectSet(outlineCell, "item", &ZuOutlineImageCell::item, item);
+
+    const Ref<ZuCheckImageCell> buttonCell = make<ZuCheckImageCell>();
+    expectSet(buttonCell, "item", &ZuCheckImageCell::item, item);
+    expectSet(buttonCell, "flagValue", &ZuCheckImageCell::flagValue);
+    EXPECT_TRUE(buttonCell->performSelector_withObject({"SetContactCheck"}, nullptr));
+
+    const Ref<ZuOutlineView> outline = made<ZuOutlineView>();
+    expectSet(outline, "backgroundImage_", &ZuOutlineView::backgroundImage_, blankImage("", 1.0, 1.0));
+
+    EXPECT_EQ(make<ZuCenterTextFieldCell>()->classTable().name, "ZuCenterTextFieldCell");
+    EXPECT_EQ(make<ZuTableHeaderCell>()->classTable().name, "ZuTableHeaderCell");
     EXPECT_EQ(made<ZuFlippedView>()->classTable().name, "ZuFlippedView");
     EXPECT_EQ(made<ZuTableCornerView>()->classTable().name, "ZuTableCornerView");
     made<ZuToolButton>();
