@@ -1,12 +1,13 @@
 #include "ImportView.h"
 
+#include "Label.h"
+#include "Look.h"
 #include "PageView.h"
 #include "PhotoImport.h"
 #include "Texts.h"
 
 #include <platform/foundation/ClassTable.h>
 #include <platform/graphics/NSColor.h>
-#include <platform/graphics/NSFont.h>
 #include <platform/graphics/NSParagraphStyle.h>
 #include <platform/graphics/NSShadow.h>
 #include <util/FileUtil.h>
@@ -49,7 +50,6 @@ constexpr NSSize kButtonSize{112.0, 32.0};
 constexpr double kButtonGap = 12.0;
 
 constexpr double kTextHeight = 20.0;
-constexpr double kTextInset = 5.0;       // that text drawing leaves at either side
 constexpr std::size_t kLongestPath = 32; // in bytes
 
 constexpr std::array kSelectors{
@@ -57,11 +57,6 @@ constexpr std::array kSelectors{
     selector<&ImportView::cancelImport>("cancelImport:"),
     selector<&ImportView::importDidProceed>("importDidProceed:"),
 };
-
-Ref<NSColor> grey(double white)
-{
-    return NSColor::colorWithCalibratedWhite_alpha(white, 1.0);
-}
 
 Ref<NSColor> darker(const NSColor& color)
 {
@@ -108,36 +103,6 @@ std::string resultOf(const PhotoImport& import)
 }
 
 } // namespace
-
-/// A text that wraps, and is cut off at the lower edge.
-class ImportView::Label final : public NSView
-{
-public:
-    Label(const char* font, double size, double white, NSTextAlignment align)
-        : _font(NSFont::fontWithName_size(font, size)), _color(grey(white)), _align(align)
-    {
-    }
-
-    bool isFlipped() const override { return true; }
-
-    void setText(const std::string& utf8)
-    {
-        _text = text(utf8);
-        setNeedsDisplay();
-    }
-
-    void drawRect(NSRect /*rect*/) override
-    {
-        UiUtil::drawStringInView_withFont_withRect_withColor_withAlign(
-            _text.get(), _font.get(), NSInsetRect(bounds(), -kTextInset, 0.0), _color.get(), _align);
-    }
-
-private:
-    Ref<NSFont> _font;
-    Ref<NSColor> _color;
-    NSTextAlignment _align;
-    Ref<NSString> _text;
-};
 
 constinit const ClassTable ImportView::table{"ImportView", &NSView::table, {}, kSelectors};
 

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <vector>
 
+class Label;
 class NSColor;
 class PhotoImport;
 class ZuBorderView;
@@ -45,8 +46,6 @@ protected:
     ~ImportView() override;
 
 private:
-    class Label;
-
     Ref<NSView> sourceBox();
     Ref<NSView> progressPanel();
     Ref<ZuSimpleButton> button(double x, const char* title, SEL action);

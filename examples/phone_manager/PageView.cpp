@@ -1,5 +1,7 @@
 #include "PageView.h"
 
+#include "Look.h"
+
 #include <platform/foundation/NSAttributes.h>
 #include <platform/foundation/NSString.h>
 #include <platform/graphics/NSBezierPath.h>
@@ -19,11 +21,6 @@ constexpr double kTextHeight = 48.0;
 constexpr double kItemHeight = PageView::kPictureSize.height + 16.0;
 constexpr double kItemTextLeft = PageView::kPictureSize.width + 12.0;
 constexpr double kNoteHeight = 84.0;
-
-Ref<NSColor> grey(double white)
-{
-    return NSColor::colorWithCalibratedWhite_alpha(white, 1.0);
-}
 
 void fill(NSRect rect, const Ref<NSColor>& color)
 {

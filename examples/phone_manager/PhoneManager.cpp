@@ -1,6 +1,9 @@
 #include "PhoneManager.h"
 
+#include "BackupView.h"
+#include "ContactsView.h"
 #include "ImportView.h"
+#include "Look.h"
 #include "PageView.h"
 #include "Texts.h"
 
@@ -45,10 +48,14 @@ constexpr std::array kKinds{
          "The camera roll of the connected phone."},
     Kind{"import", "Import", "Copies the photos of the phone to a folder on this computer.", nullptr,
          "What is on the phone stays there."},
-    Kind{"backups", "Backups", "Available when a phone is connected.", nullptr, nullptr},
+    Kind{"backups", "Backups", "What the last backup holds, to choose what is restored.", nullptr,
+         "The last backup of the connected phone."},
+    Kind{"calendar", "Calendar", "This phone keeps no calendar.", nullptr, nullptr},
 };
+constexpr std::string_view kContacts = "contacts";
 constexpr std::string_view kPhotos = "photos";
 constexpr std::string_view kImport = "import";
+constexpr std::string_view kBackups = "backups";
 
 struct Accent {
     const char* name;
@@ -60,18 +67,11 @@ constexpr std::array kAccents{Accent{"Sky", "32,186,234"}, Accent{"Meadow", "52,
 constexpr int kMostOpened = 1'000'000'000; // that is counted
 constexpr NSSize kWindowSize{760.0, 600.0};
 constexpr double kMargin = 12.0;
-constexpr double kButtonHeight = 84.0;
+constexpr double kButtonHeight = 72.0;
 constexpr std::array kSelectors{
     selector<&PhoneManager::openKind>("openKind:"),
     selector<&PhoneManager::changeAppearance>("changeAppearance:"),
 };
-
-Ref<NSImage> icon(const std::string& name)
-{
-    const Ref<NSString> path =
-        NSBundle::mainBundle()->pathForResource_ofType(text(name + "@2x").get(), text("png").get());
-    return make<NSImage>()->initWithContentsOfFile(path.get());
-}
 
 /// The look of an icon that cannot be used.
 Ref<NSImage> grayIcon(NSImage* icon)
@@ -146,6 +146,24 @@ std::vector<PageView::Item> photos()
     return items;
 }
 
+/// The contacts that are shipped with the program.
+std::vector<Contact> contacts()
+{
+    const Ref<NSString> file =
+        NSBundle::mainBundle()->pathForResource_ofType(text("contacts").get(), text("txt").get());
+    return file ? readContacts(file->UTF8String()) : std::vector<Contact>();
+}
+
+/// What the last backup holds.
+std::vector<BackupKind> backup()
+{
+    return {
+        {"Contacts", "contacts", {{"Family", 5}, {"Friends", 10}, {"Work", 9}}},
+        {"Messages", "messages", {{"Inbox", 412}, {"Sent", 388}, {"Drafts", 3}}},
+        {"Photos", "photos", {{"Camera", 1204}, {"Screenshots", 86}, {"Saved pictures", 41}}},
+    };
+}
+
 /// Null if there is no such setting.
 Ref<NSColor> colorSetting(const BASUserDefaults& settings, const char* key)
 {
@@ -186,8 +204,14 @@ PhoneManager* PhoneManager::initWithSettingsFile(const std::string& path)
 
     _page = make<PageView>()->initWithFrame({{}, kWindowSize});
     buildButtons();
+    _contactsView = make<ContactsView>()->initWithFrame(_page->contentRect());
+    _contactsView->setContacts(contacts());
+    _page->addSubview(_contactsView);
     _importView = make<ImportView>()->initWithFrame(_page->contentRect());
     _page->addSubview(_importView);
+    _backupView = make<BackupView>()->initWithFrame(_page->contentRect());
+    _backupView->setKinds(backup());
+    _page->addSubview(_backupView);
     applyColors();
 
     const std::string last = _settings->HasMember("kind") ? _settings->GetString("kind") : "";
@@ -268,11 +292,12 @@ void PhoneManager::showKind(std::size_t kind)
     _page->setHeadline(localised(kKinds[kind].name));
     _page->setText(localised(kKinds[kind].page) + '\n' + times);
     _page->setItems(kKinds[kind].key == kPhotos ? photos() : std::vector<PageView::Item>());
-    const bool importing = kKinds[kind].key == kImport;
-    if (importing) {
+    _contactsView->setHidden(kKinds[kind].key != kContacts);
+    _importView->setHidden(kKinds[kind].key != kImport);
+    _backupView->setHidden(kKinds[kind].key != kBackups);
+    if (!_importView->isHidden()) {
         _importView->setFiles_folder(photoFiles(), importFolder());
     }
-    _importView->setHidden(!importing);
 }
 
 void PhoneManager::showSettingsState()

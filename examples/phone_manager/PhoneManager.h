@@ -7,6 +7,8 @@
 #include <vector>
 
 class BASUserDefaults;
+class BackupView;
+class ContactsView;
 class ImportView;
 class NSWindow;
 class PageView;
@@ -30,8 +32,10 @@ public:
 
     PageView* page() const { return _page.get(); }
     const std::vector<Ref<ZuToolButton>>& buttons() const { return _buttons; }
-    /// A part of the page that shows when its kind is open.
+    // Parts of the page, each of which shows when its kind is open.
+    ContactsView* contactsView() const { return _contactsView.get(); }
     ImportView* importView() const { return _importView.get(); }
+    BackupView* backupView() const { return _backupView.get(); }
 
     // Actions of the buttons.
     void openKind(NSObject* sender);
@@ -55,7 +59,9 @@ private:
     std::string _path;
     bool _writable = false; // no: the file holds something that we cannot read
     Ref<PageView> _page;
+    Ref<ContactsView> _contactsView;
     Ref<ImportView> _importView;
+    Ref<BackupView> _backupView;
     Ref<NSWindow> _window;
     std::vector<Ref<ZuToolButton>> _buttons; // one for each kind, then the one for the appearance
 };

@@ -3,6 +3,8 @@
 //     phone_manager [SETTINGS]                 opens the window
 //     phone_manager --snapshot DIR [SETTINGS]  writes pictures of it to DIR instead
 
+#include "BackupView.h"
+#include "ContactsView.h"
 #include "ImportView.h"
 #include "PageView.h"
 #include "PhoneManager.h"
@@ -12,10 +14,12 @@
 #include <platform/appkit/NSApplication.h>
 #include <platform/appkit/NSEvent.h>
 #include <platform/foundation/NSBundle.h>
+#include <platform/foundation/NSIndexSet.h>
 #include <platform/foundation/NSLocale.h>
 #include <platform/foundation/NSString.h>
 #include <platform/foundation/NSUserDefaults.h>
 #include <platform/graphics/NSImage.h>
+#include <window/ZuOutlineView.h>
 #include <window/ZuSimpleButton.h>
 #include <window/ZuToolButton.h>
 
@@ -66,18 +70,34 @@ bool writePicture(PhoneManager& manager, const std::filesystem::path& file)
     return true;
 }
 
-/// What the pointer does in the middle of a button.
-Ref<NSEvent> pointer(const NSButton& button, NSEventType type)
+/// What the pointer does at a point of a view.
+Ref<NSEvent> pointer(const NSView& view, NSEventType type, NSPoint point)
 {
-    const NSSize size = button.bounds().size;
-    const NSPoint middle = button.convertPoint_toView({size.width * 0.5, size.height * 0.5}, nullptr);
-    return NSEvent::mouseEventWithType_location_window(type, middle, nullptr);
+    return NSEvent::mouseEventWithType_location_window(type, view.convertPoint_toView(point, nullptr),
+                                                       nullptr);
+}
+
+/// What it does in the middle.
+Ref<NSEvent> pointer(const NSView& view, NSEventType type)
+{
+    const NSSize size = view.bounds().size;
+    return pointer(view, type, {size.width * 0.5, size.height * 0.5});
 }
 
 void click(NSButton& button)
 {
     button.mouseDown(pointer(button, NSEventType::LeftMouseDown).get());
     button.mouseUp(pointer(button, NSEventType::LeftMouseUp).get());
+}
+
+/// Clicks on the check image of a row.
+void clickCheck(NSTableView& view, std::int64_t row)
+{
+    constexpr double kInImage = 12.0;
+    const NSRect cell = view.frameOfCellAtColumn_row(0, row);
+    const NSPoint point{cell.origin.x + kInImage, cell.origin.y + cell.size.height * 0.5};
+    view.mouseDown(pointer(view, NSEventType::LeftMouseDown, point).get());
+    view.mouseUp(pointer(view, NSEventType::LeftMouseUp, point).get());
 }
 
 /// Goes on until at least this part of all photos is imported, or no more will be.
@@ -88,6 +108,28 @@ void importPhotos(const ImportView& view, double part)
            static_cast<double>(import->finished()) < static_cast<double>(import->files().size()) * part) {
         NSApplication::sharedApplication()->handlePendingEvents();
     }
+}
+
+/// Opens the pages with tables, and checks something on each.
+bool writeTables(PhoneManager& manager, const std::filesystem::path& folder)
+{
+    click(*manager.buttons()[1]);
+    NSTableView& contacts = *manager.contactsView()->tableView();
+    for (const std::int64_t row : {0, 2, 3, 7}) {
+        clickCheck(contacts, row);
+    }
+    contacts.selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(4).get(), false);
+    const bool written = writePicture(manager, folder / "contacts.png");
+
+    click(*manager.buttons()[4]);
+    ZuOutlineView& backup = *manager.backupView()->outlineView();
+    for (const std::int64_t kind : {1, 0}) {
+        backup.expandItem(backup.itemAtRow(kind).get());
+    }
+    for (const std::int64_t row : {3, 8}) {
+        clickCheck(backup, row);
+    }
+    return writePicture(manager, folder / "backups.png") && written;
 }
 
 /// Walks through the application as a user would, on settings files in `work`, and leaves pictures in
@@ -106,6 +148,10 @@ bool writePictures(const std::filesystem::path& folder, const std::filesystem::p
     photos.mouseEntered(pointer(photos, NSEventType::MouseEntered).get());
     photos.mouseDown(pointer(photos, NSEventType::LeftMouseDown).get());
     written = writePicture(*manager, folder / "looks.png") && written;
+
+    const Ref<PhoneManager> checking =
+        make<PhoneManager>()->initWithSettingsFile((work / "settings.json").string());
+    written = writeTables(*checking, folder) && written;
 
     const Ref<PhoneManager> importing =
         make<PhoneManager>()->initWithSettingsFile((work / "settings.json").string());

@@ -1,3 +1,5 @@
+#include "phone_manager/BackupView.h"
+#include "phone_manager/ContactsView.h"
 #include "phone_manager/ImportView.h"
 #include "phone_manager/PageView.h"
 #include "phone_manager/PhoneManager.h"
@@ -5,12 +7,17 @@
 
 #include "basic/bas_user_defaults.h"
 #include "platform/appkit/NSApplication.h"
+#include "platform/foundation/NSIndexSet.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/graphics/NSColor.h"
 #include "support/Drawing.h"
+#include "support/Tables.h"
 #include "support/TemporaryFolder.h"
 #include "util/FileUtil.h"
+#include "window/ZuCheckTableHeaderView.h"
+#include "window/ZuOutlineView.h"
 #include "window/ZuSimpleButton.h"
+#include "window/ZuTableCheckImageCell.h"
 #include "window/ZuToolButton.h"
 
 #include <gtest/gtest.h>
@@ -56,6 +63,36 @@ protected:
                });
     }
 
+    /// The contacts in their order: "o" if unchecked, "x" if checked, "-" if they cannot be, and "*" behind
+    /// the name of one that is selected.
+    static std::vector<std::string> rowsOf(const ContactsView& view)
+    {
+        std::vector<std::string> rows;
+        NSTableView& shown = *view.tableView();
+        for (std::int64_t row = 0; row < shown.numberOfRows(); ++row) {
+            auto& cell = dynamic_cast<ZuTableCheckImageCell&>(*shown.preparedCellAtColumn_row(0, row));
+            const char* check = !cell.isEnabled() ? "- " : cell.isChecked() == 1 ? "x " : "o ";
+            rows.push_back(check + utf8(cell.stringValue()) + (shown.isRowSelected(row) ? "*" : ""));
+        }
+        return rows;
+    }
+    /// What the outline shows, each row with the name of its check image.
+    static std::vector<std::string> rowsOf(const BackupView& view)
+    {
+        std::vector<std::string> rows;
+        NSOutlineView& shown = *view.outlineView();
+        for (std::int64_t row = 0; row < shown.numberOfRows(); ++row) {
+            const NSCell& cell = *shown.preparedCellAtColumn_row(0, row);
+            rows.push_back(utf8(cell.accessibilityLabel()) + ' ' + cell.image()->name());
+        }
+        return rows;
+    }
+    static void clickCheck(NSView& view, NSPoint point)
+    {
+        view.mouseDown(eventAt(view, point).get());
+        view.mouseUp(eventAt(view, point, NSEventType::LeftMouseUp).get());
+    }
+
     /// Presses the button, and the one that cancels once so many files have been copied.
     static void runImport(ImportView& view, std::size_t most = 1000)
     {
@@ -91,7 +128,7 @@ TEST_F(PhoneManagerTest, TakesTheSettingsAsFarAsTheyGo)
 {
     folder.write(
         "s.json",
-        R"({"color_border":"255,0,51","icon_offset":30,"kind":"backups","opened_photos":2147483647})");
+        R"({"color_border":"255,0,51","icon_offset":30,"kind":"calendar","opened_photos":2147483647})");
     const Ref<PhoneManager> manager = start();
     for (const Ref<ZuToolButton>& button : manager->buttons()) {
         EXPECT_EQ(button->color_border()->description(), "sRGB(1, 0, 0.2, 1)");
@@ -107,11 +144,11 @@ TEST_F(PhoneManagerTest, TakesTheSettingsAsFarAsTheyGo)
     manager->buttons()[0]->performClick(nullptr);
     EXPECT_FALSE(shows(*manager, "square.png"));
 
-    ZuToolButton& backups = *manager->buttons()[4];
-    EXPECT_FALSE(backups.isEnabled());
-    EXPECT_EQ(backups.image()->size(), (NSSize{32.0, 32.0}));
+    ZuToolButton& calendar = *manager->buttons()[5];
+    EXPECT_FALSE(calendar.isEnabled());
+    EXPECT_EQ(calendar.image()->size(), (NSSize{32.0, 32.0}));
     for (const int place : {20, 44}) { // in and beyond the quarter that has as many pixels as points
-        EXPECT_EQ(pixel(*backups.image(), place, 50), "#337f7f7f");
+        EXPECT_EQ(pixel(*calendar.image(), place, 50), "#337f7f7f");
     }
 }
 
@@ -120,9 +157,17 @@ TEST_F(PhoneManagerTest, RemembersThePageAndSpeaksTheChosenLanguage)
     choose("de");
     const Ref<PhoneManager> manager = start();
     EXPECT_TRUE(shows(*manager, "Nachrichten"));
+    EXPECT_TRUE(manager->contactsView()->isHidden());
     manager->buttons()[1]->performClick(nullptr);
     EXPECT_TRUE(shows(*manager, "Kontakte wird"));
+    EXPECT_FALSE(manager->contactsView()->isHidden());
+    EXPECT_TRUE(manager->backupView()->isHidden());
+    EXPECT_TRUE(showsInside(*manager->contactsView(), "0 von 0 Kontakten")) << "there are none";
+    EXPECT_EQ(manager->contactsView()->headerView()->isChecked(), 0);
     EXPECT_TRUE(shows(*start(), "Einmal"));
+    manager->buttons()[4]->performClick(nullptr);
+    EXPECT_TRUE(manager->contactsView()->isHidden());
+    EXPECT_FALSE(manager->backupView()->isHidden());
 }
 
 TEST_F(PhoneManagerTest, LeavesADamagedFileAlone)
@@ -137,6 +182,105 @@ TEST_F(PhoneManagerTest, LeavesADamagedFileAlone)
     EXPECT_TRUE(shows(*manager, "cannot be read"));
     EXPECT_TRUE(shows(*manager, "Opened once.")) << "it works all the same";
     EXPECT_EQ(folder.read("s.json"), damaged);
+}
+
+TEST_F(PhoneManagerTest, ReadsContactsOneALine)
+{
+    folder.write("contacts.txt", "Zoë; Work; 1 2\n\nnobody; Work\nBen;Family;2; fixed\nAnn; Family; 3; odd");
+    const std::vector<Contact> contacts = readContacts(folder.path() / "contacts.txt");
+    ASSERT_EQ(contacts.size(), 3U);
+    EXPECT_EQ(contacts[0].name + "|" + contacts[0].group + "|" + contacts[0].number, "Zoë|Work|1 2");
+    EXPECT_TRUE(contacts[1].isFixed);
+    EXPECT_FALSE(contacts[2].isFixed);
+    EXPECT_TRUE(readContacts(folder.path() / "none").empty());
+}
+
+TEST_F(PhoneManagerTest, ChecksContactsWhichStaySoWhenTheyAreSorted)
+{
+    using Rows = std::vector<std::string>;
+    constexpr double kOnCheck = 14.0;
+    const Ref<ContactsView> view = make<ContactsView>()->initWithFrame(NSMakeRect(0.0, 0.0, 460.0, 372.0));
+    view->setContacts({{"Ben", "Work", "2"}, {"Ann", "Family", "3"}, {"Cem", "Family", "1", true}});
+    NSTableView& table = *view->tableView();
+    ZuCheckTableHeaderView& header = *view->headerView();
+    const auto clickRow = [&](std::int64_t row) {
+        clickCheck(table, {kOnCheck, table.rectOfRow(row).origin.y + kOnCheck});
+    };
+    const auto clickColumn = [&](std::size_t column) {
+        view->tableView_didClickTableColumn(&table, table.tableColumns()[column].get());
+    };
+    const auto expectChecked = [&](const char* status, bool all) {
+        EXPECT_TRUE(showsInside(*view, status)) << status;
+        EXPECT_EQ(header.isChecked(), all ? 1 : 0);
+    };
+    EXPECT_EQ(rowsOf(*view), (Rows{"o Ann", "o Ben", "- Cem"}));
+    expectChecked("0 of 2", false);
+
+    clickRow(1);
+    clickRow(2);
+    expectChecked("1 of 2", false);
+    table.selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(2).get(), false);
+    table.selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(0).get(), true);
+    clickColumn(1);
+    EXPECT_EQ(rowsOf(*view), (Rows{"o Ann*", "- Cem*", "x Ben"}));
+    EXPECT_EQ(table.selectedRow(), 0) << "Ann was selected last";
+    clickColumn(1);
+    EXPECT_EQ(rowsOf(*view), (Rows{"x Ben", "o Ann*", "- Cem*"}));
+    EXPECT_EQ(table.selectedRow(), 1);
+    EXPECT_EQ(utf8(table.tableColumns()[1]->title()), "Group ▼");
+    clickColumn(2);
+    EXPECT_EQ(rowsOf(*view), (Rows{"- Cem*", "x Ben", "o Ann*"}));
+    EXPECT_EQ(utf8(table.tableColumns()[1]->title()), "Group");
+
+    clickRow(2);
+    expectChecked("2 of 2", true);
+    clickRow(1);
+    expectChecked("1 of 2", false);
+    clickCheck(header, {kOnCheck, kOnCheck});
+    EXPECT_EQ(rowsOf(*view), (Rows{"- Cem*", "x Ben", "x Ann*"}));
+    expectChecked("2 of 2", true);
+    clickCheck(header, {kOnCheck, kOnCheck});
+    expectChecked("0 of 2", false);
+}
+
+TEST_F(PhoneManagerTest, ChoosesKindsOfABackupTogetherWithTheirFolders)
+{
+    using Rows = std::vector<std::string>;
+    const Ref<BackupView> view = make<BackupView>()->initWithFrame(NSMakeRect(0.0, 0.0, 460.0, 372.0));
+    view->setKinds({{"Messages", "", {{"Inbox", 4}, {"Sent", 2}}}, {"Photos", "", {{"Camera", 7}}}});
+    ZuOutlineView& outline = *view->outlineView();
+    const auto clickRow = [&](std::int64_t row) {
+        const NSRect cell = outline.frameOfCellAtColumn_row(0, row);
+        clickCheck(outline, {cell.origin.x + 8.0, cell.origin.y + 8.0});
+    };
+    const auto expectRows = [&](const Rows& rows, const char* status) {
+        EXPECT_EQ(rowsOf(*view), rows);
+        EXPECT_TRUE(showsInside(*view, status)) << status;
+    };
+    expectRows({"Messages (6) content-check-yes", "Photos (7) content-check-yes"}, "13 of 13");
+
+    outline.expandItem(outline.itemAtRow(0).get());
+    clickRow(2);
+    expectRows({"Messages (6) content-check-mixed", "Inbox (4) content-check-yes",
+                "Sent (2) content-check-no", "Photos (7) content-check-yes"},
+               "11 of 13");
+    clickRow(0);
+    clickRow(3);
+    expectRows({"Messages (6) content-check-yes", "Inbox (4) content-check-yes", "Sent (2) content-check-yes",
+                "Photos (7) content-check-no"},
+               "6 of 13");
+    outline.selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(0).get(), false);
+    outline.keyDown(
+        NSEvent::keyEventWithType_characters_isARepeat_window(NSEventType::KeyDown, text(" "), false, nullptr)
+            .get());
+    expectRows({"Messages (6) content-check-no", "Inbox (4) content-check-no", "Sent (2) content-check-no",
+                "Photos (7) content-check-no"},
+               "0 of 13");
+    clickRow(1);
+    clickRow(2);
+    expectRows({"Messages (6) content-check-yes", "Inbox (4) content-check-yes", "Sent (2) content-check-yes",
+                "Photos (7) content-check-no"},
+               "6 of 13");
 }
 
 TEST_F(PhoneManagerTest, ImportsAllPhotosWhileAnotherPageShows)

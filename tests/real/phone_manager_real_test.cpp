@@ -7,8 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <QColor>
+#include <QImage>
 #include <QPoint>
 #include <QProcess>
+#include <QRect>
 
 #include <filesystem>
 #include <sstream>
@@ -18,12 +20,25 @@ namespace
 
 // Where things are in the window, in points from its top-left.
 constexpr QPoint kContacts(150, 150); // the free part of a button's face
-constexpr QPoint kImport(150, 340);
+constexpr QPoint kImport(150, 300);
+constexpr QPoint kBackups(150, 384);
 constexpr QPoint kAppearance(150, 562);
-constexpr QPoint kContactsBlank(275, 185); // where the face has no text
+constexpr QPoint kContactsBlank(275, 160); // where the face has no text
 constexpr QPoint kPage(500, 500);
+constexpr QPoint kFirstCheck(339, 150); // where check images are blue, and white if nothing is checked
+constexpr QPoint kHeaderCheck(339, 125);
+constexpr QPoint kNameHeader(450, 130);
+constexpr QPoint kFirstName(450, 155);
+constexpr QPoint kFirstTriangle(337, 129);
+constexpr QPoint kFirstKindsCheck(349, 124);
+constexpr QPoint kSecondKindsCheck(349, 148);
+constexpr QPoint kFirstFoldersCheck(365, 148); // which is there while the first kind is expanded
+constexpr QRect kStatus(329, 450, 400, 30);
 constexpr QPoint kImportButton(656, 370); // above its title
 constexpr QPoint kProgressEnd(704, 272);
+
+constexpr const char* kChecked = "#2680c8";
+constexpr const char* kUnchecked = "#ffffff";
 
 class PhoneManagerRealTest : public testing::Test
 {
@@ -77,6 +92,7 @@ protected:
     {
         return desktop::waitUntil([&] { return desktop::colorOnScreen(origin + place).name() == color; });
     }
+    QImage picture(QRect rect) const { return desktop::pictureOfScreen(rect.translated(origin)); }
     bool saved(const std::string& part) const
     {
         return desktop::waitUntil(
@@ -125,6 +141,53 @@ TEST_F(PhoneManagerRealTest, ImportsThePhotosAtThePressOfAButton)
         ++photos;
     }
     EXPECT_EQ(photos, 3);
+}
+
+TEST_F(PhoneManagerRealTest, ChecksContactsByThePointerAndTheSpaceKey)
+{
+    start("de_DE.UTF-8");
+    click(kContacts);
+    EXPECT_TRUE(shows(kFirstCheck, kUnchecked));
+    const QImage noneChecked = picture(kStatus);
+
+    click(kFirstCheck);
+    EXPECT_TRUE(shows(kFirstCheck, kChecked));
+    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) != noneChecked; }));
+    click(kNameHeader);
+    EXPECT_TRUE(shows(kFirstCheck, kUnchecked)) << "the last contact is first now";
+    click(kHeaderCheck);
+    EXPECT_TRUE(shows(kFirstCheck, kChecked));
+    EXPECT_TRUE(shows(kHeaderCheck, kChecked));
+
+    click(kFirstName); // selects it
+    desktop::xdotool({"key", "space"});
+    EXPECT_TRUE(shows(kFirstCheck, kUnchecked));
+    EXPECT_TRUE(shows(kHeaderCheck, kUnchecked));
+    click(kNameHeader);
+    EXPECT_TRUE(shows(kFirstCheck, kChecked)) << "the first contact is back";
+    click(kHeaderCheck);
+    click(kHeaderCheck);
+    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) == noneChecked; }));
+}
+
+TEST_F(PhoneManagerRealTest, ExpandsAKindOfTheBackupAndChoosesAmongItsFolders)
+{
+    start("de_DE.UTF-8");
+    click(kBackups);
+    EXPECT_TRUE(shows(kSecondKindsCheck, kChecked));
+    const QImage allChosen = picture(kStatus);
+
+    click(kFirstTriangle);
+    EXPECT_TRUE(shows(kFirstFoldersCheck, kChecked));
+    EXPECT_TRUE(shows(kSecondKindsCheck, kUnchecked)) << "it went down";
+    click(kFirstFoldersCheck);
+    EXPECT_TRUE(shows(kFirstFoldersCheck, kUnchecked));
+    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) != allChosen; }));
+    click(kFirstKindsCheck);
+    EXPECT_TRUE(shows(kFirstFoldersCheck, kChecked));
+    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) == allChosen; }));
+    click(kFirstTriangle);
+    EXPECT_TRUE(shows(kSecondKindsCheck, kChecked));
 }
 
 } // namespace
