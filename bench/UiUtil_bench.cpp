@@ -1,6 +1,7 @@
 #include "util/UiUtil.h"
 
 #include "platform/appkit/NSView.h"
+#include "platform/foundation/NSAttributedString.h"
 #include "platform/foundation/NSString.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
@@ -50,6 +51,22 @@ void measureNewText(benchmark::State& state)
     }
 }
 BENCHMARK(measureNewText)->Unit(benchmark::kMicrosecond);
+
+void measureNewName(benchmark::State& state)
+{
+    const NSAttributes attributes{{NSFontAttributeName, font()}};
+    std::u16string characters = u"Contact 10000000";
+    for ([[maybe_unused]] auto _ : state) {
+        for (auto digit = characters.rbegin(); ++*digit > u'9'; ++digit) {
+            *digit = u'0';
+        }
+        const Ref<NSString> string = NSString::stringWithCharacters(characters);
+        const Ref<NSAttributedString> name =
+            make<NSAttributedString>()->initWithString_attributes(string.get(), attributes);
+        benchmark::DoNotOptimize(name->size());
+    }
+}
+BENCHMARK(measureNewName);
 
 /// Draws a text as often as the benchmark is told to.
 class Page final : public NSView
