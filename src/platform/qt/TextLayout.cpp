@@ -22,20 +22,26 @@
 namespace
 {
 
-constexpr double kTabInterval = 28.0;    // points
-constexpr double kRounding = 1.0 / 64.0; // of the widths that text is shaped in
+constexpr double kTabInterval = 28.0;          // points
+constexpr double kRounding = 1.0 / 64.0;       // of the widths that text is shaped in
+constexpr double kLongestLine = (1 << 24) - 1; // that the shaper can set
 
+/// Borrows from its layout, or from who looks for one.
 struct Key {
-    QString text;
-    std::vector<TextLayout::Run> runs;
+    QStringView text;
+    const TextLayout::Runs* runs;
     double width;
+    size_t hash; // of all but the width: a text has a layout or two
 
-    bool operator==(const Key&) const = default;
+    bool operator==(const Key& other) const
+    {
+        return hash == other.hash && width == other.width && text == other.text && *runs == *other.runs;
+    }
 };
 
-size_t qHash(const Key& key, size_t seed = 0)
+size_t qHash(const Key& key)
 {
-    return qHashMulti(seed, key.text, key.width, key.runs.size(), key.runs.front().font.pixelSize());
+    return key.hash;
 }
 
 /// The layouts of texts that were asked for recently.
@@ -49,13 +55,11 @@ public:
         return found != nullptr ? *found : nullptr;
     }
 
-    std::shared_ptr<const TextLayout> add(const Key& key)
+    /// There must be none with that key yet, which would stay and borrow from a layout that is gone.
+    void add(const Key& key, const std::shared_ptr<const TextLayout>& layout)
     {
-        auto layout = std::make_shared<const TextLayout>(key.text, key.runs, key.width);
-        const auto lines = static_cast<qsizetype>(layout->lines().size());
         _layouts.insert(key, new std::shared_ptr<const TextLayout>(layout),
-                        key.text.size() + kLineCost * lines);
-        return layout;
+                        key.text.size() + kLineCost * static_cast<qsizetype>(layout->lines().size()));
     }
 
 private:
@@ -82,9 +86,9 @@ TextLayout::Run runOf(const NSAttributedString::Run& run)
 }
 
 /// The stretches of a text that are set alike, whatever their colours.
-std::vector<TextLayout::Run> runsOf(const NSAttributedString& text)
+TextLayout::Runs runsOf(const NSAttributedString& text)
 {
-    std::vector<TextLayout::Run> runs;
+    TextLayout::Runs runs;
     for (const NSAttributedString::Run& run : text.runs()) {
         TextLayout::Run next = runOf(run);
         TextLayout::Run* last = runs.empty() ? nullptr : &runs.back();
@@ -100,7 +104,7 @@ std::vector<TextLayout::Run> runsOf(const NSAttributedString& text)
 
 /// Fonts of several fractional sizes are set in sixteenths of a point, or what the largest allows, those of
 /// one size as they are.
-double commonScale(const std::vector<TextLayout::Run>& runs)
+double commonScale(const TextLayout::Runs& runs)
 {
     constexpr double kSixteenth = 1.0 / 16.0;
     constexpr double kLargestSize = 10000.0; // that text is set in
@@ -122,6 +126,14 @@ QFont fontInScale(const TextLayout::Run& run, double scale)
     }
     font.setPixelSize(static_cast<int>(std::lround(run.font.pixelSize() * run.scale / scale)));
     return font;
+}
+
+/// Valid as long as the string.
+QString borrowed(const NSString& string)
+{
+    const std::u16string_view characters = string.characters();
+    return QString::fromRawData(reinterpret_cast<const QChar*>(characters.data()),
+                                static_cast<qsizetype>(characters.size()));
 }
 
 /// The length of the line end at `index`; 0 if there is none.
@@ -154,11 +166,32 @@ bool hasEndlessWord(const QString& text)
     return false;
 }
 
-std::size_t runAt(const std::vector<TextLayout::Run>& runs, std::size_t index)
+/// What comes of breaking lines.
+struct Extent {
+    double width = 0.0;
+    double ascent = 0.0;
+    double descent = 0.0;
+};
+
+Extent breakLines(QTextLayout& layout, double width)
+{
+    Extent extent;
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width);
+        extent.width = std::max(extent.width, line.naturalTextWidth());
+        extent.ascent = std::max(extent.ascent, line.ascent());
+        extent.descent = std::max(extent.descent, line.descent());
+    }
+    layout.endLayout();
+    return extent;
+}
+
+const TextLayout::Run& runAt(const TextLayout::Runs& runs, std::size_t index)
 {
     const auto behind = std::ranges::upper_bound(
         runs, index, {}, [](const TextLayout::Run& run) { return run.range.location; });
-    return static_cast<std::size_t>(behind - runs.begin()) - 1;
+    return *(behind - 1);
 }
 
 } // namespace
@@ -166,133 +199,139 @@ std::size_t runAt(const std::vector<TextLayout::Run>& runs, std::size_t index)
 std::shared_ptr<const TextLayout> TextLayout::of(const NSAttributedString& text, double width)
 {
     const double usable = width > 0.0 ? std::min(width, kUnlimited) : 0.0;
+    auto& cache = ofApplication<Cache>();
     const Ref<NSString> string = text.string();
-    const std::u16string_view characters = string->characters();
-    const QString borrowed = QString::fromRawData(reinterpret_cast<const QChar*>(characters.data()),
-                                                  static_cast<qsizetype>(characters.size()));
-    const std::vector<Run> runs = runsOf(text);
-    Cache& cache = ofApplication<Cache>();
+    Runs runs = runsOf(text);
+    const QStringView characters(string->characters());
+    const size_t hash = qHashMulti(QHashSeed::globalSeed(), characters, runs.front().font.pixelSize());
     // What fits is the same as without a limit, in which most texts are measured before they are drawn.
-    if (usable < kUnlimited) {
-        const auto unlimited = cache.find({borrowed, runs, kUnlimited});
-        if (unlimited && unlimited->fits(usable)) {
-            return unlimited;
-        }
+    auto unlimited = cache.find({characters, &runs, kUnlimited, hash});
+    if (unlimited != nullptr && unlimited->fits(usable)) {
+        return unlimited;
     }
-    if (auto cached = cache.find({borrowed, runs, usable})) {
-        return cached;
+    if (auto limited = cache.find({characters, &runs, usable, hash})) {
+        return limited;
     }
-    return cache.add({toQt(*string), runs, usable});
+    auto layout = std::make_shared<const TextLayout>(string, std::move(runs), usable);
+    const bool isUnlimited = unlimited == nullptr && layout->_isUnbroken && layout->_isFlushLeft;
+    cache.add({layout->_text, &layout->_runs, isUnlimited ? kUnlimited : usable, hash}, layout);
+    return layout;
 }
 
-TextLayout::TextLayout(const QString& text, const std::vector<Run>& runs, double width)
-    : _scale(commonScale(runs))
+TextLayout::TextLayout(Ref<NSString> text, Runs runs, double width)
+    : _string(std::move(text)), _text(borrowed(*_string)), _runs(std::move(runs)), _scale(commonScale(_runs))
 {
     qsizetype start = 0;
-    for (qsizetype index = 0; index < text.size();) {
-        const qsizetype lineEnd = lineEndAt(text, index);
+    for (qsizetype index = 0; index < _text.size();) {
+        const qsizetype lineEnd = lineEndAt(_text, index);
         if (lineEnd == 0) {
             ++index;
             continue;
         }
-        addParagraph(text, runs, {static_cast<std::size_t>(start), static_cast<std::size_t>(index - start)},
+        addParagraph({static_cast<std::size_t>(start), static_cast<std::size_t>(index - start)},
                      static_cast<std::size_t>(lineEnd), width);
         start = index += lineEnd;
     }
-    addParagraph(text, runs, {static_cast<std::size_t>(start), static_cast<std::size_t>(text.size() - start)},
-                 0, width);
-    align(runs, width);
+    addParagraph({static_cast<std::size_t>(start), static_cast<std::size_t>(_text.size() - start)}, 0, width);
+    align(width);
 }
 
-void TextLayout::addParagraph(const QString& text, const std::vector<Run>& runs, NSRange characters,
-                              std::size_t lineEnd, double width)
+TextLayout::~TextLayout() = default;
+
+std::unique_ptr<QTextLayout> TextLayout::newShaper(NSRange characters) const
 {
-    const std::size_t firstRun = runAt(runs, characters.location);
-    const std::size_t lastRun = characters.length == 0 ? firstRun : runAt(runs, NSMaxRange(characters) - 1);
-    const auto start = static_cast<qsizetype>(characters.location);
-    auto layout = std::make_unique<QTextLayout>(text.mid(start, static_cast<qsizetype>(characters.length)),
-                                                fontInScale(runs[firstRun], _scale));
-    if (firstRun != lastRun) {
+    const Run& first = runAt(_runs, characters.location);
+    auto shaper = std::make_unique<QTextLayout>(
+        _text.mid(static_cast<qsizetype>(characters.location), static_cast<qsizetype>(characters.length)),
+        fontInScale(first, _scale));
+    if (!isInOneRun(characters)) {
+        const Run* last = &runAt(_runs, NSMaxRange(characters) - 1);
         QList<QTextLayout::FormatRange> formats;
-        for (std::size_t index = firstRun; index <= lastRun; ++index) {
-            const NSRange part = NSIntersectionRange(runs[index].range, characters);
+        for (const Run* run = &first; run <= last; ++run) {
+            const NSRange part = NSIntersectionRange(run->range, characters);
             QTextLayout::FormatRange format;
             format.start = static_cast<int>(part.location - characters.location);
             format.length = static_cast<int>(part.length);
-            format.format.setFont(fontInScale(runs[index], _scale));
+            format.format.setFont(fontInScale(*run, _scale));
             formats.append(format);
         }
-        layout->setFormats(formats);
+        shaper->setFormats(formats);
     }
     QTextOption option;
-    option.setWrapMode(hasEndlessWord(layout->text()) ? QTextOption::WrapAnywhere
+    option.setWrapMode(hasEndlessWord(shaper->text()) ? QTextOption::WrapAnywhere
                                                       : QTextOption::WrapAtWordBoundaryOrAnywhere);
     option.setUseDesignMetrics(true);
     option.setTabStopDistance(kTabInterval / _scale);
-    layout->setTextOption(option);
-    layout->setCacheEnabled(true);
+    shaper->setTextOption(option);
+    shaper->setCacheEnabled(true);
+    return shaper;
+}
 
-    double widest = 0.0;
-    double ascent = 0.0;
-    double descent = 0.0;
-    const auto breakLines = [&](double lineWidth) {
-        layout->beginLayout();
-        for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
-            line.setLineWidth(lineWidth);
-            widest = std::max(widest, line.naturalTextWidth());
-            ascent = std::max(ascent, line.ascent());
-            descent = std::max(descent, line.descent());
-        }
-        layout->endLayout();
-    };
+bool TextLayout::isInOneRun(NSRange characters) const
+{
+    return NSMaxRange(characters) <= NSMaxRange(runAt(_runs, characters.location).range);
+}
+
+void TextLayout::addLine(NSRange characters, double ascent, double descent, double width)
+{
+    _lines.push_back({characters,
+                      _size.height,
+                      (ascent + descent) * _scale,
+                      _size.height + ascent * _scale,
+                      0.0,
+                      width * _scale,
+                      {}});
+    _size.width = std::max(_size.width, _lines.back().width);
+    _size.height = _lines.back().bottom();
+}
+
+void TextLayout::addParagraph(NSRange characters, std::size_t lineEnd, double width)
+{
+    const Run& run = runAt(_runs, characters.location);
+    const bool oneRun = isInOneRun(characters);
+    _paragraphs.push_back({characters, _lines.size(), newShaper(characters)});
+    QTextLayout& shaper = *_paragraphs.back().shaper;
     // Unbroken first: a width that was measured for the text must not break it by a rounding. It also
     // tells how high the fonts are that stand in for characters which the font lacks. With that height
     // for all lines of a paragraph in one font, a wider paragraph is never higher.
-    constexpr double kLongestLine = (1 << 24) - 1; // that can be set
-    breakLines(kLongestLine);
-    if (widest * _scale > width + kRounding) {
-        if (runs[firstRun].alignment == NSTextAlignment::Justified && !layout->text().isRightToLeft()) {
+    Extent extent = breakLines(shaper, kLongestLine);
+    if (extent.width * _scale > width + kRounding) {
+        if (run.alignment == NSTextAlignment::Justified && !shaper.text().isRightToLeft()) {
+            QTextOption option = shaper.textOption();
             option.setAlignment(Qt::AlignJustify);
-            layout->setTextOption(option);
+            shaper.setTextOption(option);
         }
-        breakLines(width / _scale);
+        const Extent broken = breakLines(shaper, width / _scale);
+        extent.ascent = std::max(extent.ascent, broken.ascent);
+        extent.descent = std::max(extent.descent, broken.descent);
+        _isUnbroken = false;
     }
-
-    const std::size_t firstLine = _lines.size();
-    for (int index = 0; index < layout->lineCount(); ++index) {
-        QTextLine line = layout->lineAt(index);
-        const double lineAscent = firstRun == lastRun ? ascent : line.ascent();
-        const double lineDescent = firstRun == lastRun ? descent : line.descent();
-        const double natural = line.naturalTextWidth() * _scale;
-        const bool last = index + 1 == layout->lineCount();
-        _lines.push_back({{characters.location + static_cast<std::size_t>(line.textStart()),
-                           static_cast<std::size_t>(line.textLength()) + (last ? lineEnd : 0)},
-                          _size.height,
-                          (lineAscent + lineDescent) * _scale,
-                          _size.height + lineAscent * _scale,
-                          0.0,
-                          natural,
-                          {}});
-        line.setPosition({0.0, _size.height / _scale + lineAscent - line.ascent()});
-        _size.width = std::max(_size.width, natural);
-        _size.height = _lines.back().bottom();
+    for (int index = 0; index < shaper.lineCount(); ++index) {
+        QTextLine line = shaper.lineAt(index);
+        const double ascent = oneRun ? extent.ascent : line.ascent();
+        const double descent = oneRun ? extent.descent : line.descent();
+        const bool last = index + 1 == shaper.lineCount();
+        line.setPosition({0.0, _size.height / _scale + ascent - line.ascent()});
+        addLine({characters.location + static_cast<std::size_t>(line.textStart()),
+                 static_cast<std::size_t>(line.textLength()) + (last ? lineEnd : 0)},
+                ascent, descent, line.naturalTextWidth());
     }
-    _paragraphs.push_back({characters, std::move(layout), firstLine});
 }
 
-void TextLayout::align(const std::vector<Run>& runs, double width)
+void TextLayout::align(double width)
 {
     const double room = width >= kUnlimited ? _size.width : width;
     for (const Paragraph& paragraph : _paragraphs) {
-        const int lineCount = paragraph.layout->lineCount();
-        const bool justified = paragraph.layout->textOption().alignment() == Qt::AlignJustify;
-        const bool rightToLeft = paragraph.layout->text().isRightToLeft();
-        const NSTextAlignment alignment = runs[runAt(runs, paragraph.characters.location)].alignment;
+        QTextLayout& shaper = *paragraph.shaper;
+        const int lineCount = shaper.lineCount();
+        const bool justified = shaper.textOption().alignment() == Qt::AlignJustify;
+        const bool rightToLeft = shaper.text().isRightToLeft();
+        const NSTextAlignment alignment = runAt(_runs, paragraph.characters.location).alignment;
         _isFlushLeft = _isFlushLeft && alignment != NSTextAlignment::Right &&
                        alignment != NSTextAlignment::Center &&
                        (alignment == NSTextAlignment::Left || !rightToLeft);
         for (int index = 0; index < lineCount; ++index) {
-            Line& line = _lines[paragraph.firstLine + static_cast<std::size_t>(index)];
+            Line& line = _lines[paragraph.firstLine + index];
             const double free = std::max(0.0, room - line.width);
             switch (alignment) {
             case NSTextAlignment::Left:
@@ -308,10 +347,10 @@ void TextLayout::align(const std::vector<Run>& runs, double width)
                 line.left = rightToLeft ? free : 0.0;
                 break;
             }
-            QTextLine shaped = paragraph.layout->lineAt(index);
+            QTextLine shaped = shaper.lineAt(index);
             const int end = shaped.textStart() + shaped.textLength();
             const bool wrapped =
-                index + 1 < lineCount && paragraph.layout->text()[end - 1] != QChar(QChar::LineSeparator);
+                index + 1 < lineCount && shaper.text()[end - 1] != QChar(QChar::LineSeparator);
             if (justified && wrapped) { // the shaper has put the words in their places
                 line.width = room;
             }
@@ -330,15 +369,15 @@ const TextLayout::Line& TextLayout::lineOfCharacter(std::size_t index) const
 
 const TextLayout::Paragraph& TextLayout::paragraphOf(const Line& line) const
 {
-    const auto index = static_cast<std::size_t>(&line - _lines.data());
+    const qsizetype index = &line - _lines.data();
     return *(std::ranges::upper_bound(_paragraphs, index, {}, &Paragraph::firstLine) - 1);
 }
 
 QTextLine TextLayout::lineInParagraph(const Line& line) const
 {
     const Paragraph& paragraph = paragraphOf(line);
-    const std::ptrdiff_t index = &line - _lines.data() - static_cast<std::ptrdiff_t>(paragraph.firstLine);
-    return paragraph.layout->lineAt(static_cast<int>(index));
+    const qsizetype index = &line - _lines.data() - paragraph.firstLine;
+    return paragraph.shaper->lineAt(static_cast<int>(index));
 }
 
 QList<QGlyphRun> TextLayout::glyphsOf(const Line& line, NSRange characters) const
@@ -365,7 +404,7 @@ NSRange TextLayout::wholeCharacters(NSRange characters) const
             return forward ? NSMaxRange(line.characters) : NSMaxRange(paragraph.characters);
         }
         while (place > 0 && place < last &&
-               !paragraph.layout->isValidCursorPosition(static_cast<int>(place))) {
+               !paragraph.shaper->isValidCursorPosition(static_cast<int>(place))) {
             place = forward ? place + 1 : place - 1;
         }
         return paragraph.characters.location + place;
@@ -392,8 +431,8 @@ std::vector<NSRect> TextLayout::rectsOnLine(const Line& line, NSRange characters
     const NSRange shown =
         NSIntersectionRange(NSIntersectionRange(characters, line.characters), paragraph.characters);
     for (std::size_t index = shown.location; index < NSMaxRange(shown); ++index) {
-        const auto place = static_cast<int>(index - paragraph.characters.location);
-        if (paragraph.layout->text()[place] == QLatin1Char('\t')) {
+        if (_text[static_cast<qsizetype>(index)] == QLatin1Char('\t')) {
+            const auto place = static_cast<int>(index - paragraph.characters.location);
             const QTextLine shaped = lineInParagraph(line);
             add(shaped.cursorToX(place), shaped.cursorToX(place + 1));
         }

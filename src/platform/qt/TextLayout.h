@@ -4,16 +4,19 @@
 
 #include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/NSRange.h"
+#include "platform/foundation/Ref.h"
 
 #include <QFont>
 #include <QGlyphRun>
 #include <QTextLayout>
+#include <QVarLengthArray>
 
 #include <memory>
+#include <span>
 #include <vector>
 
 class NSAttributedString;
-class NSAttributes;
+class NSString;
 class QPainter;
 enum class NSTextAlignment : long;
 
@@ -51,8 +54,10 @@ public:
 
         bool operator==(const Run&) const = default;
     };
+    using Runs = QVarLengthArray<Run, 1>;
 
-    TextLayout(const QString& text, const std::vector<Run>& runs, double width);
+    TextLayout(Ref<NSString> text, Runs runs, double width);
+    ~TextLayout();
 
     /// Widest line by the sum of the line heights, none of them rounded.
     NSSize size() const { return _size; }
@@ -61,7 +66,7 @@ public:
     bool fits(double width) const { return _isFlushLeft && _size.width <= width; }
 
     /// At least one; an empty text has an empty line.
-    const std::vector<Line>& lines() const { return _lines; }
+    std::span<const Line> lines() const { return _lines; }
     /// The line that a character is on; the last one for indexes behind the text.
     const Line& lineOfCharacter(std::size_t index) const;
 
@@ -80,13 +85,16 @@ public:
 private:
     struct Paragraph {
         NSRange characters; // without the line end
-        std::unique_ptr<QTextLayout> layout;
-        std::size_t firstLine;
+        qsizetype firstLine;
+        std::unique_ptr<QTextLayout> shaper;
     };
 
-    void addParagraph(const QString& text, const std::vector<Run>& runs, NSRange characters,
-                      std::size_t lineEnd, double width);
-    void align(const std::vector<Run>& runs, double width);
+    void addParagraph(NSRange characters, std::size_t lineEnd, double width);
+    void addLine(NSRange characters, double ascent, double descent, double width);
+    void align(double width);
+    bool isInOneRun(NSRange characters) const;
+    /// Of a paragraph, without its lines.
+    std::unique_ptr<QTextLayout> newShaper(NSRange characters) const;
     const Paragraph& paragraphOf(const Line& line) const;
     QTextLine lineInParagraph(const Line& line) const;
     /// The glyphs of those characters that are on the line, in the shaper's units.
@@ -95,9 +103,13 @@ private:
     void drawGlyphs(QPainter& painter, QPointF origin, const QList<QGlyphRun>& runs) const;
     void underline(QPainter& painter, QPointF origin, const Line& line, NSRange characters) const;
 
-    std::vector<Paragraph> _paragraphs;
-    std::vector<Line> _lines;
+    Ref<NSString> _string;
+    QString _text; // borrowed from it
+    Runs _runs;
+    QVarLengthArray<Paragraph, 1> _paragraphs;
+    QVarLengthArray<Line, 1> _lines;
     double _scale; // from the shaper's units to points
     NSSize _size;
     bool _isFlushLeft = true; // in every width
+    bool _isUnbroken = true;  // by the width
 };

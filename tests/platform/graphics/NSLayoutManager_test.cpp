@@ -95,6 +95,8 @@ TEST(NSLayoutManagerTest, BreaksLinesWhereTheTextDoesAndWhereTheWidthEnds)
         EXPECT_EQ(system.lines(), lines) << string;
         EXPECT_EQ(system.layout->glyphRangeForTextContainer(system.container.get()), system.all());
     }
+    EXPECT_EQ(TextSystem("first narrow", 0.0).lines().size(), 11U);
+    EXPECT_EQ(TextSystem("first narrow").lines().size(), 1U) << "each time as wide as there is room";
 }
 
 TEST(NSLayoutManagerTest, AlignsParagraphsWithinTheWidthAndThePadding)
