@@ -9,6 +9,7 @@
 #include "platform/qt/Conversions.h"
 #include "platform/qt/Native.h"
 #include "platform/qt/OfApplication.h"
+#include "platform/qt/PairShaper.h"
 
 #include <QCache>
 #include <QPainter>
@@ -187,6 +188,19 @@ Extent breakLines(QTextLayout& layout, double width)
     return extent;
 }
 
+void moveGlyphs(QGlyphRun& glyphs, QPointF way)
+{
+    if (way.isNull()) {
+        return;
+    }
+    QList<QPointF> places = glyphs.positions();
+    for (QPointF& place : places) {
+        place += way;
+    }
+    glyphs.setPositions(places);
+    glyphs.setBoundingRect(glyphs.boundingRect().translated(way));
+}
+
 const TextLayout::Run& runAt(const TextLayout::Runs& runs, std::size_t index)
 {
     const auto behind = std::ranges::upper_bound(
@@ -267,6 +281,23 @@ std::unique_ptr<QTextLayout> TextLayout::newShaper(NSRange characters) const
     return shaper;
 }
 
+QTextLayout& TextLayout::shaperOf(const Paragraph& paragraph) const
+{
+    if (paragraph.shaper == nullptr) {
+        const Line& line = _lines[paragraph.firstLine];
+        paragraph.shaper = newShaper(paragraph.characters);
+        breakLines(*paragraph.shaper, kLongestLine);
+        paragraph.shaper->lineAt(0).setPosition(placeOf(line));
+    }
+    return *paragraph.shaper;
+}
+
+QPointF TextLayout::placeOf(const Line& line) const
+{
+    constexpr double kUnits = 64.0; // of the shaper, which cuts off fractions
+    return QPointF(std::trunc(line.left / _scale * kUnits), std::round(line.top / _scale * kUnits)) / kUnits;
+}
+
 bool TextLayout::isInOneRun(NSRange characters) const
 {
     return NSMaxRange(characters) <= NSMaxRange(runAt(_runs, characters.location).range);
@@ -289,8 +320,22 @@ void TextLayout::addParagraph(NSRange characters, std::size_t lineEnd, double wi
 {
     const Run& run = runAt(_runs, characters.location);
     const bool oneRun = isInOneRun(characters);
-    _paragraphs.push_back({characters, _lines.size(), newShaper(characters)});
-    QTextLayout& shaper = *_paragraphs.back().shaper;
+    Paragraph& paragraph = _paragraphs.emplace_back(Paragraph{characters, _lines.size(), nullptr});
+    std::optional<PairShaper::Line> plain;
+    if (oneRun) {
+        plain = PairShaper::lineOf(QStringView(_text).sliced(static_cast<qsizetype>(characters.location),
+                                                             static_cast<qsizetype>(characters.length)),
+                                   fontInScale(run, _scale));
+    }
+    if (plain && plain->width * _scale <= width + kRounding) {
+        addLine({characters.location, characters.length + lineEnd}, plain->ascent, plain->descent,
+                plain->width);
+        _lines.back().glyphs.append(plain->glyphs);
+        return;
+    }
+
+    paragraph.shaper = newShaper(characters);
+    QTextLayout& shaper = *paragraph.shaper;
     // Unbroken first: a width that was measured for the text must not break it by a rounding. It also
     // tells how high the fonts are that stand in for characters which the font lacks. With that height
     // for all lines of a paragraph in one font, a wider paragraph is never higher.
@@ -322,10 +367,10 @@ void TextLayout::align(double width)
 {
     const double room = width >= kUnlimited ? _size.width : width;
     for (const Paragraph& paragraph : _paragraphs) {
-        QTextLayout& shaper = *paragraph.shaper;
-        const int lineCount = shaper.lineCount();
-        const bool justified = shaper.textOption().alignment() == Qt::AlignJustify;
-        const bool rightToLeft = shaper.text().isRightToLeft();
+        QTextLayout* shaper = paragraph.shaper.get();
+        const int lineCount = shaper == nullptr ? 1 : shaper->lineCount();
+        const bool justified = shaper != nullptr && shaper->textOption().alignment() == Qt::AlignJustify;
+        const bool rightToLeft = shaper != nullptr && shaper->text().isRightToLeft();
         const NSTextAlignment alignment = runAt(_runs, paragraph.characters.location).alignment;
         _isFlushLeft = _isFlushLeft && alignment != NSTextAlignment::Right &&
                        alignment != NSTextAlignment::Center &&
@@ -347,10 +392,14 @@ void TextLayout::align(double width)
                 line.left = rightToLeft ? free : 0.0;
                 break;
             }
-            QTextLine shaped = shaper.lineAt(index);
+            if (shaper == nullptr) {
+                moveGlyphs(line.glyphs.front(), placeOf(line));
+                continue;
+            }
+            QTextLine shaped = shaper->lineAt(index);
             const int end = shaped.textStart() + shaped.textLength();
             const bool wrapped =
-                index + 1 < lineCount && shaper.text()[end - 1] != QChar(QChar::LineSeparator);
+                index + 1 < lineCount && shaper->text()[end - 1] != QChar(QChar::LineSeparator);
             if (justified && wrapped) { // the shaper has put the words in their places
                 line.width = room;
             }
@@ -377,7 +426,7 @@ QTextLine TextLayout::lineInParagraph(const Line& line) const
 {
     const Paragraph& paragraph = paragraphOf(line);
     const qsizetype index = &line - _lines.data() - paragraph.firstLine;
-    return paragraph.shaper->lineAt(static_cast<int>(index));
+    return shaperOf(paragraph).lineAt(static_cast<int>(index));
 }
 
 QList<QGlyphRun> TextLayout::glyphsOf(const Line& line, NSRange characters) const
@@ -404,7 +453,7 @@ NSRange TextLayout::wholeCharacters(NSRange characters) const
             return forward ? NSMaxRange(line.characters) : NSMaxRange(paragraph.characters);
         }
         while (place > 0 && place < last &&
-               !paragraph.shaper->isValidCursorPosition(static_cast<int>(place))) {
+               !shaperOf(paragraph).isValidCursorPosition(static_cast<int>(place))) {
             place = forward ? place + 1 : place - 1;
         }
         return paragraph.characters.location + place;

@@ -86,7 +86,7 @@ private:
     struct Paragraph {
         NSRange characters; // without the line end
         qsizetype firstLine;
-        std::unique_ptr<QTextLayout> shaper;
+        mutable std::unique_ptr<QTextLayout> shaper; // null where one plain line has not needed it yet
     };
 
     void addParagraph(NSRange characters, std::size_t lineEnd, double width);
@@ -95,6 +95,9 @@ private:
     bool isInOneRun(NSRange characters) const;
     /// Of a paragraph, without its lines.
     std::unique_ptr<QTextLayout> newShaper(NSRange characters) const;
+    QTextLayout& shaperOf(const Paragraph& paragraph) const;
+    /// Of a plain line, in the shaper's units.
+    QPointF placeOf(const Line& line) const;
     const Paragraph& paragraphOf(const Line& line) const;
     QTextLine lineInParagraph(const Line& line) const;
     /// The glyphs of those characters that are on the line, in the shaper's units.

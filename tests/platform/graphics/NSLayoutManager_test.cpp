@@ -10,7 +10,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontDatabase>
 #include <QImage>
+#include <QRawFont>
+#include <QtEndian>
+
+#include <map>
+#include <random>
 
 namespace
 {
@@ -284,6 +290,139 @@ TEST(NSLayoutManagerTest, UnderlinesWhatIsUnderlined)
         EXPECT_NEAR(ink.width(), underlined.size.width, 1.0);
         EXPECT_EQ(pixel(*picture, ink.left(), ink.top()), "#ff808080");
     }
+}
+
+QByteArray bigEndian(std::initializer_list<int> numbers)
+{
+    QByteArray bytes;
+    for (const int number : numbers) {
+        const auto value = qToBigEndian(static_cast<quint16>(number));
+        bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
+    }
+    return bytes;
+}
+
+/// The file of a font "Ruled Sans": "Liberation Sans" with rules of its own. In texts with letters, 1, 2 and
+/// 3 in a row become a W, 8 and 9 an O, and 4 before 5 and 6 becomes an M.
+QByteArray fontWithRules()
+{
+    const QRawFont base = QRawFont::fromFont(QFont("Liberation Sans"));
+    const auto glyph = [&](char16_t character) {
+        return static_cast<int>(base.glyphIndexesForString(QChar(character)).at(0));
+    };
+    std::map<QByteArray, QByteArray> tables;
+    for (const char* tag : {"OS/2", "cmap", "glyf", "head", "hhea", "hmtx", "loca", "maxp", "GPOS"}) {
+        tables[tag] = base.fontTable(tag);
+    }
+    tables["name"] = bigEndian({0, 1, 18, 3, 1, 0x409, 1, 20, 0, //
+                                'R', 'u', 'l', 'e', 'd', ' ', 'S', 'a', 'n', 's'});
+    // Offsets count from the beginnings of the lists and rules that they are in.
+    tables["GSUB"] =
+        bigEndian({1, 0, 10, 48, 76}) +                                     //
+        bigEndian({2, 0x4446, 0x4C54, 28, 0x6C61, 0x746E, 14}) +            // "DFLT", "latn"
+        bigEndian({4, 0, 0, 0xFFFF, 2, 0, 1, 4, 0, 0, 0xFFFF, 0}) +         // both features, none
+        bigEndian({2, 0x6361, 0x6C74, 14, 0x6C69, 0x6761, 20}) +            // "calt", "liga"
+        bigEndian({0, 1, 0, 0, 2, 1, 2}) +                                  // their rules
+        bigEndian({4, 10, 52, 86, 118}) +                                   //
+        bigEndian({5, 0, 1, 8, 3, 3, 1, 16, 22, 28, 0, 3}) +                // in a context, the last rule
+        bigEndian({1, 1, glyph('4'), 1, 1, glyph('5'), 1, 1, glyph('6')}) + //
+        bigEndian({4, 0, 1, 8, 1, 20, 1, 8, 1, 4, glyph('W'), 3, glyph('2'), glyph('3'), 1, 1, glyph('1')}) +
+        bigEndian({4, 0, 1, 8, 1, 18, 1, 8, 1, 4, glyph('O'), 2, glyph('9'), 1, 1, glyph('8')}) +
+        bigEndian({1, 0, 1, 8, 1, 6, glyph('M') - glyph('4'), 1, 1, glyph('4')});
+
+    const auto count = static_cast<int>(tables.size());
+    QByteArray head = bigEndian({1, 0, count, 0, 0, 0});
+    QByteArray content;
+    for (const auto& [tag, table] : tables) {
+        const auto offset = static_cast<int>(12 + 16 * count + content.size());
+        const auto size = static_cast<int>(table.size());
+        head += tag + bigEndian({0, 0, offset >> 16, offset, size >> 16, size});
+        content += table + QByteArray((4 - size % 4) % 4, 0);
+    }
+    return head + content;
+}
+
+/// Plain texts are set from what is known of pairs of characters, others, such as those of several lines, by
+/// the shaper: expects that a text comes out the same by itself and behind a line end within its paragraph.
+void expectPairsLikeShaper(const QString& string, const Ref<NSFont>& font, NSTextAlignment alignment)
+{
+    SCOPED_TRACE(utf8(font->fontName()) + ' ' + std::to_string(font->pointSize()) + " '" +
+                 string.toStdString() + "'");
+    constexpr double kWidth = 500.0;
+    struct Setting {
+        NSRect used;
+        std::vector<NSRect> rects;
+        std::vector<QImage> pictures;
+    };
+    const auto settingOf = [&](const QString& before) {
+        const TextSystem system((before + string).toUtf8().constData(), kWidth);
+        system.set({NSFontAttributeName, font}, system.all());
+        system.align(alignment, system.all());
+        const auto start = static_cast<std::size_t>(before.size());
+        const NSRange shown{start, system.storage->length() - start};
+        Setting setting;
+        setting.used = system.layout->lineFragmentUsedRectForGlyphAtIndex_effectiveRange(start, nullptr);
+        const double top = setting.used.origin.y;
+        setting.used.origin.y = 0.0;
+        for (const NSRange range : {shown, NSRange{start, 1}, NSRange{start + 1, 2}}) {
+            const Ref<Canvas> canvas = make<Canvas>(NSSize{kWidth, 30.0}, true, [&] {
+                system.layout->drawGlyphsForGlyphRange_atPoint(range, {0.0, 4.0 - top});
+            });
+            setting.pictures.push_back(pixelsOf(*canvas->imageOfBounds(2.0)));
+        }
+        setting.rects = system.rects(shown);
+        for (std::size_t index = start; index < system.storage->length(); ++index) {
+            for (const NSRect& rect : system.rects({index, 1})) {
+                EXPECT_EQ(system.at(middleOf(rect)), index);
+                setting.rects.push_back(rect);
+            }
+        }
+        for (NSRect& rect : setting.rects) {
+            rect.origin.y -= top;
+        }
+        return setting;
+    };
+    const Setting pairs = settingOf(QString());
+    const Setting shaper = settingOf(QChar(QChar::LineSeparator));
+    EXPECT_EQ(pairs.used, shaper.used);
+    EXPECT_EQ(pairs.rects, shaper.rects);
+    EXPECT_EQ(pairs.pictures, shaper.pictures);
+}
+
+TEST(NSLayoutManagerTest, SetsPlainTextFromPairsAsTheShaperDoes)
+{
+    constexpr std::array kFonts{"Arial", "Arial Bold", "Arial Italic", "No Such Family"};
+    constexpr std::array kAlignments{NSTextAlignment::Natural, NSTextAlignment::Center,
+                                     NSTextAlignment::Right};
+    constexpr std::array kPieces{"AV", "To", "11", "fi", "ffl", "P.", "  ", "- "};
+    std::mt19937 random(1); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts every time
+    for (int count = 0; count < 300; ++count) {
+        QString string;
+        const bool letters = random() % 3U != 0; // other texts are in another script
+        for (auto length = random() % 12U; length > 0; --length) {
+            if (random() % 3U == 0) {
+                string += QLatin1String(letters ? kPieces.at(random() % kPieces.size()) : "11");
+            } else {
+                string += QChar(static_cast<char16_t>(0x20U + random() % (letters ? 0xE0U : 0x21U)));
+            }
+        }
+        const double size = 8.0 + static_cast<double>(random() % 16U) / 2.0;
+        const Ref<NSFont> font = NSFont::fontWithName_size(kFonts.at(random() % kFonts.size()), size);
+        const NSTextAlignment alignment = kAlignments.at(random() % kAlignments.size());
+        expectPairsLikeShaper(string, font, alignment);
+    }
+}
+
+TEST(NSLayoutManagerTest, LeavesToTheShaperWhatFontsHaveRulesFor)
+{
+    const int fontId = QFontDatabase::addApplicationFontFromData(fontWithRules());
+    const Ref<NSFont> font = NSFont::fontWithName_size("Ruled Sans", 12.0);
+    ASSERT_EQ(text("x89")->sizeWithAttributes({{NSFontAttributeName, font}}),
+              text("xO")->sizeWithAttributes({{NSFontAttributeName, font}}));
+    for (const char* string : {"x89", "89", "x123", "123", "x456", "456", "4x56", "12 x34 98"}) {
+        expectPairsLikeShaper(string, font, NSTextAlignment::Natural);
+    }
+    QFontDatabase::removeApplicationFont(fontId);
 }
 
 } // namespace
