@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr double kTextMargin = 2.0; // at the sides, which the base class leaves free
+constexpr double kTextMargin = 2.0; // which the base class leaves free at either side
 
 constexpr std::array kProperties{
     property<&ZuOutlineImageCell::item, &ZuOutlineImageCell::setItem>("item"),
@@ -53,7 +53,9 @@ void ZuOutlineImageCell::drawWithFrame_inView(NSRect frame, NSView* view)
     const ZuOutlineRow row(*this, item());
     NSRect text = row.drawLogo(frame, attributedStringValue()->size(), *outline);
     text.size.width += kTextMargin;
-    NSTextFieldCell::drawWithFrame_inView(text, view);
+    // The text itself ends there: with another margin before it, it would be shortened.
+    NSTextFieldCell::drawWithFrame_inView({text.origin, {text.size.width + kTextMargin, text.size.height}},
+                                          view);
     if (const std::optional<NSRect> count = row.placeOfCount(text)) {
         drawRectangle_withAttri(*count, row.attributesOfCount(frame, *outline));
     }

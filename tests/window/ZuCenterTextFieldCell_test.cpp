@@ -14,8 +14,8 @@ TEST(ZuCenterTextFieldCellTest, DrawsItsTextInTheMiddle)
     const Ref<ZuCenterTextFieldCell> cell = make<ZuCenterTextFieldCell>();
     cell->setStringValue(text("Lake"));
     const double height = cell->attributedStringValue()->size().height;
-    const auto drawnAs = [](NSRect rect) { // which the base class leaves a point free of at either side
-        return Operations{"drawText \"Lake\" " + NSStringFromRect(NSInsetRect(rect, 1.0, 0.0))};
+    const auto drawnAs = [](NSRect rect) { // which the base class leaves 2 points free of at either side
+        return Operations{"drawText \"Lake\" " + NSStringFromRect(NSInsetRect(rect, 2.0, 0.0))};
     };
     const Ref<NSCell> copy = cell->copyWithZone(nullptr);
     for (const Ref<NSCell>& each : {Ref<NSCell>(cell), copy}) {

@@ -34,7 +34,7 @@ struct Kind {
     const char* name;
     Ref<NSCell> (*make)();
     Ref<NSCell> (*makeLit)();
-    double margin; // of the text, at both sides together
+    double margin; // left of the text
 };
 
 template <class Cell> constexpr Kind kindOf(const char* name, double margin)
@@ -82,8 +82,7 @@ protected:
         const NSSize size = cell->attributedStringValue()->size();
         const double margin = GetParam().margin;
         const Ref<NSFont> font = cell->font();
-        Operations operations{"drawText \"Lake\" " +
-                              NSStringFromRect({{place.x + margin * 0.5, place.y}, size}) +
+        Operations operations{"drawText \"Lake\" " + NSStringFromRect({{place.x + margin, place.y}, size}) +
                               (font ? " font \"Arial\" " + NSStringFromNumber(font->pointSize()) : "")};
         if (count != nullptr) {
             const NSPoint at{place.x + size.width + margin + 10.0, place.y + 2.0};

@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr double kTextInset = 1.0;
+constexpr double kTextInset = 2.0;
 
 constexpr std::array kProperties{
     property<&NSTextFieldCell::textColor, &NSTextFieldCell::setTextColor>("textColor"),

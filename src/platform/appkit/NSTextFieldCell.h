@@ -2,7 +2,7 @@
 
 #include "platform/appkit/NSCell.h"
 
-/// A cell that shows its text from the top of its frame, unwrapped: with a point of room at either side,
+/// A cell that shows its text from the top of its frame, unwrapped: with 2 points of room at either side,
 /// and an ellipsis where there is not enough. The text is black, white in a highlighted row, grey while the
 /// cell is disabled, if it has no colour of its own.
 class TESSALINE_EXPORT NSTextFieldCell : public NSCell

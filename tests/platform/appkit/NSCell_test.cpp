@@ -55,7 +55,7 @@ TEST_F(NSCellTest, DrawsTextInOneLine)
     const auto cell = make<NSTextFieldCell>();
     cell->setStringValue(text("Anna"));
     const NSRect frame = NSMakeRect(10.0, 20.0, 100.0, 16.0);
-    const std::string where = "drawText \"Anna\" {{11, 20}, {98, 16}}";
+    const std::string where = "drawText \"Anna\" {{12, 20}, {96, 16}}";
     EXPECT_EQ(drawn(*cell, frame), Operations{where});
     cell->setHighlighted(true);
     cell->setFont(NSFont::fontWithName_size("Arial Bold", 14.0));
@@ -145,7 +145,7 @@ TEST_F(NSCellTest, DrawsImagesAndButtons)
                           "fillColor white(0.8, 1)",
                           "fillRect {{109, 20}, {1, 30}}",
                           "fillRect {{10, 49}, {100, 1}}",
-                          title("16", "88")};
+                          title("17", "86")};
     };
     EXPECT_EQ(drawn(*header, frame), lines("fillColor white(0.95, 1)"));
     const auto context = make<NSRecordingGraphicsContext>(true);
