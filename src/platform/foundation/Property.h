@@ -53,6 +53,10 @@ private:
 template <class T> class RetainProperty
 {
 public:
+    RetainProperty() = default;
+    RetainProperty(const RetainProperty& other) : _value(other.get()) {}
+    RetainProperty& operator=(const RetainProperty&) = delete;
+
     Ref<T> get() const
     {
         const std::scoped_lock lock(lockOfProperty(this));

@@ -168,3 +168,15 @@ bool NSBitmapImageRep::drawInRect(NSRect rect)
     context->drawBitmap(*this, rect);
     return true;
 }
+
+Ref<NSImageRep> NSBitmapImageRep::copy()
+{
+    auto native = std::make_unique<Native>(_native->pixels);
+    native->currentFrame = _native->currentFrame;
+    if (_native->animation != nullptr) {
+        native->animation = PictureFile::open(_native->animation->data());
+    }
+    Ref<NSBitmapImageRep> bitmap = make<NSBitmapImageRep>(std::move(native));
+    bitmap->setSize(size());
+    return bitmap;
+}

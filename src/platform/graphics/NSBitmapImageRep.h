@@ -60,6 +60,8 @@ public:
     std::span<NSPixel> row(int y);
 
     bool drawInRect(NSRect rect) override;
+    /// A bitmap with pixels of its own, which show the same frame.
+    Ref<NSImageRep> copy() override;
 
     /// The toolkit's side of the bitmap; defined inside the platform layer.
     struct Native;

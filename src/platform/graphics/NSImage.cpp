@@ -213,6 +213,16 @@ void NSImage::unlockFocus()
     }
 }
 
+Ref<NSImage> NSImage::copy() const
+{
+    Ref<NSImage> image = make<NSImage>()->initWithSize(_size);
+    image->setName(_name);
+    for (const Ref<NSImageRep>& representation : _representations) {
+        image->addRepresentation(representation->copy());
+    }
+    return image;
+}
+
 Ref<NSData> NSImage::TIFFRepresentation() const
 {
     const NSBitmapImageRep* bitmap = firstBitmap(*this);

@@ -75,6 +75,10 @@ public:
     const std::string& name() const { return _name; }
     void setName(std::string name) { _name = std::move(name); }
 
+    /// An image that shows the same, with pixels of its own: what is drawn into this one later, or another
+    /// frame of its animation, does not show there.
+    Ref<NSImage> copy() const;
+
     /// Draws the whole image, which is what a `fromRect` of `NSZeroRect` stands for and all that is
     /// provided for, scaled into `rect` of the current graphics context and faded by `fraction` (1 is
     /// opaque). In a flipped context the image stands upright only if `respectFlipped` is set. No hints

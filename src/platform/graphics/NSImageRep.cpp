@@ -4,3 +4,8 @@ bool NSImageRep::drawInRect(NSRect /*rect*/)
 {
     return false;
 }
+
+Ref<NSImageRep> NSImageRep::copy()
+{
+    return this;
+}

@@ -22,6 +22,9 @@ public:
     /// to draw it into.
     virtual bool drawInRect(NSRect rect);
 
+    /// What a copy of its image takes along: this one itself, unless it has pixels that can change.
+    virtual Ref<NSImageRep> copy();
+
 private:
     NSSize _size;
     int _pixelsWide = 0;

@@ -28,6 +28,8 @@ public:
     PictureFile(const PictureFile&) = delete;
     PictureFile& operator=(const PictureFile&) = delete;
 
+    const Ref<NSData>& data() const { return _data; }
+
     /// Whether the pictures are the frames of an animation, in a format that has such.
     bool isAnimation() const { return _isAnimation; }
     /// Frames, or pictures side by side, of which 256 count.

@@ -1,5 +1,6 @@
 #include "platform/graphics/NSImage.h"
 
+#include "platform/foundation/NSNumber.h"
 #include "platform/graphics/CGImage.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSBitmapImageRep.h"
@@ -111,6 +112,36 @@ TEST(NSImageTest, ChoosesTheRepresentationThatFits)
     EXPECT_FALSE(blank->isValid());
     EXPECT_EQ(blank->TIFFRepresentation(), nullptr);
     EXPECT_FALSE(blank->writePNGToFile("/dev/null"));
+}
+
+TEST(NSImageTest, CopiesWhatItShows)
+{
+    const Ref<NSImage> image = decoded(gif({1, 2, 3}));
+    image->setName("flash");
+    const auto bitmapOf = [](const NSImage& shown) -> NSBitmapImageRep& {
+        return dynamic_cast<NSBitmapImageRep&>(*shown.representations().front());
+    };
+    const auto step = [&](const NSImage& shown, int frame) {
+        bitmapOf(shown).setProperty_withValue(NSImageCurrentFrame, NSNumber::numberWithInteger(frame).get());
+    };
+    step(*image, 1);
+    bitmapOf(*image).setSize({4.0, 4.0});
+    const Ref<NSImage> copy = image->copy();
+    EXPECT_EQ(copy->name(), "flash");
+    EXPECT_EQ(copy->size(), image->size());
+    EXPECT_EQ(bitmapOf(*copy).size(), (NSSize{4.0, 4.0}));
+    EXPECT_EQ(bitmapOf(*copy).valueForProperty(NSImageCurrentFrame)->integerValue(), 1);
+    step(*image, 2);
+    EXPECT_EQ(pixel(*copy, 0, 0), "#ff00ff00");
+    step(*copy, 0);
+    EXPECT_EQ(pixel(*copy, 0, 0), "#ffff0000");
+    EXPECT_EQ(pixel(*image, 0, 0), "#ff0000ff");
+    bitmapOf(*image).row(0)[0] = {};
+    EXPECT_EQ(pixel(*image->copy(), 0, 0), "#00000000");
+
+    image->addRepresentation(make<Drawing>());
+    EXPECT_EQ(copy->representations().size(), 1U);
+    EXPECT_EQ(image->copy()->representations().back(), image->representations().back());
 }
 
 TEST(NSImageTest, TakesDrawingUpFromTheBottom)
