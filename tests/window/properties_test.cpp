@@ -5,6 +5,8 @@
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 #include "support/Drawing.h"
+#include "window/PelSMSTableData.h"
+#include "window/PelSmsTableCheckImageCell.h"
 #include "window/ZuBorderView.h"
 #include "window/ZuBox.h"
 #include "window/ZuCenterTextFieldCell.h"
@@ -18,6 +20,7 @@
 #include "window/ZuOutlineView.h"
 #include "window/ZuProgressView.h"
 #include "window/ZuSimpleButton.h"
+#include "window/ZuSmsImageCell.h"
 #include "window/ZuTableCheckImageCell.h"
 #include "window/ZuTableCornerView.h"
 #include "window/ZuTableHeaderCell.h"
@@ -130,6 +133,28 @@ TEST_F(ControlTest, TakesPropertiesByNameAndItsFrame)
     expectSet(buttonCell, "item", &ZuCheckImageCell::item, item);
     expectSet(buttonCell, "flagValue", &ZuCheckImageCell::flagValue);
     EXPECT_TRUE(buttonCell->performSelector_withObject({"SetContactCheck"}, nullptr));
+
+    const Ref<PelSMSTableData> data = make<PelSMSTableData>()->init();
+    expectSet(data, "progressBarDouble", &PelSMSTableData::progressBarDouble);
+    expectSet(data, "check", &PelSMSTableData::check, text("check"));
+    expectSet(data, "title", &PelSMSTableData::title, text("title"));
+    expectSet(data, "contactsName", &PelSMSTableData::contactsName, text("Anna"));
+    expectSet(data, "phoneNumber", &PelSMSTableData::phoneNumber, text("1234"));
+    expectSet(data, "isChecked", &PelSMSTableData::isChecked);
+    EXPECT_TRUE(
+        data->setValue_forKey(blankImage("face", 1.0, 1.0).get(), "image")); // of which it keeps a copy
+    EXPECT_EQ(data->image()->name(), "face");
+
+    const Ref<ZuSmsImageCell> smsCell = make<ZuSmsImageCell>();
+    expectSet(smsCell, "isTitleAlignCenter", &ZuSmsImageCell::isTitleAlignCenter);
+    expectSet(smsCell, "sentSmsType", &ZuSmsImageCell::sentSmsType);
+    expectSet(smsCell, "buttonContents", &ZuSmsImageCell::buttonContents, text("See you"));
+
+    const Ref<PelSmsTableCheckImageCell> smsButton = make<PelSmsTableCheckImageCell>();
+    expectSet(smsButton, "isTitleAlignCenter", &PelSmsTableCheckImageCell::isTitleAlignCenter);
+    expectSet(smsButton, "editNameFlag", &PelSmsTableCheckImageCell::editNameFlag);
+    expectSet(smsButton, "sentSmsType", &PelSmsTableCheckImageCell::sentSmsType);
+    expectSet(smsButton, "buttonContents", &PelSmsTableCheckImageCell::buttonContents, text("See you"));
 
     const Ref<ZuOutlineView> outline = made<ZuOutlineView>();
     expectSet(outline, "backgroundImage_", &ZuOutlineView::backgroundImage_, blankImage("", 1.0, 1.0));

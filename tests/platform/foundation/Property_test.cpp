@@ -4,6 +4,7 @@
 #include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/NSString.h"
 #include "platform/graphics/NSColor.h"
+#include "window/ZuSmsImageCell.h"
 #include "window/ZuToolButton.h"
 
 #include <gtest/gtest.h>
@@ -41,6 +42,7 @@ TEST(PropertyTest, CopiesAndReleasesOutsideOfTheLock)
 TEST(PropertyTest, IsReadWholeWhileAnotherThreadWrites)
 {
     const Ref<ZuToolButton> button = make<ZuToolButton>();
+    const Ref<ZuSmsImageCell> cell = make<ZuSmsImageCell>();
     StructProperty<NSPoint> point;
     constexpr int kRounds = 20'000;
     const std::jthread writer([&] {
@@ -49,6 +51,7 @@ TEST(PropertyTest, IsReadWholeWhileAnotherThreadWrites)
             button->setStr_url(NSString::stringWithUTF8String("text"));
             button->setOffset(i);
             point.set({1.0 * i, 2.0 * i});
+            cell->setButtonContents(NSString::stringWithUTF8String("text"));
         }
     });
     for (int i = 0; i < kRounds; ++i) {
@@ -61,6 +64,10 @@ TEST(PropertyTest, IsReadWholeWhileAnotherThreadWrites)
         EXPECT_LT(button->offset(), kRounds);
         const NSPoint read = point.get();
         EXPECT_EQ(read.y, 2.0 * read.x);
+        const Ref<NSCell> copy = cell->copyWithZone(nullptr);
+        if (const Ref<NSString> contents = dynamic_cast<ZuSmsImageCell&>(*copy).buttonContents()) {
+            EXPECT_EQ(contents->characters(), u"text");
+        }
         button->setColor_border(nullptr);
     }
 }
