@@ -338,6 +338,11 @@ void TableItemView::scrollContentsBy(int dx, int dy)
     }
 }
 
+void TableItemView::verticalScrollbarValueChanged(int /*value*/)
+{
+    // Nothing: the toolkit would search all rows for the one that comes under the pointer, to redraw it.
+}
+
 void TableItemView::resizeEvent(QResizeEvent* event)
 {
     QTreeView::resizeEvent(event);

@@ -77,6 +77,7 @@ protected:
     bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
+    void verticalScrollbarValueChanged(int value) override;
     void resizeEvent(QResizeEvent* event) override;
     void updateGeometries() override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;

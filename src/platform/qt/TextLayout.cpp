@@ -338,8 +338,10 @@ void TextLayout::addParagraph(NSRange characters, std::size_t lineEnd, double wi
     QTextLayout& shaper = *paragraph.shaper;
     // Unbroken first: a width that was measured for the text must not break it by a rounding. It also
     // tells how high the fonts are that stand in for characters which the font lacks. With that height
-    // for all lines of a paragraph in one font, a wider paragraph is never higher.
-    Extent extent = breakLines(shaper, kLongestLine);
+    // for all lines of a paragraph in one font, a wider paragraph is never higher. Of plain text all that is
+    // known.
+    Extent extent =
+        plain ? Extent{plain->width, plain->ascent, plain->descent} : breakLines(shaper, kLongestLine);
     if (extent.width * _scale > width + kRounding) {
         if (run.alignment == NSTextAlignment::Justified && !shaper.text().isRightToLeft()) {
             QTextOption option = shaper.textOption();
