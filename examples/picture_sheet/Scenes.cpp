@@ -12,6 +12,8 @@
 #include <platform/graphics/NSImage.h>
 #include <platform/graphics/NSImageRep.h>
 #include <util/UiUtil.h>
+#include <window/PelSMSTableData.h>
+#include <window/PelSmsTableCheckImageCell.h>
 #include <window/ZuBorderView.h>
 #include <window/ZuBox.h>
 #include <window/ZuCenterTextFieldCell.h>
@@ -25,6 +27,7 @@
 #include <window/ZuOutlineView.h>
 #include <window/ZuProgressView.h>
 #include <window/ZuSimpleButton.h>
+#include <window/ZuSmsImageCell.h>
 #include <window/ZuTableCheckImageCell.h>
 #include <window/ZuTableCornerView.h>
 #include <window/ZuTableHeaderCell.h>
@@ -442,6 +445,82 @@ private:
     Ref<NSImage> _checked = checkImage("content-check-yes");
 };
 
+/// Messages, one of which could not be sent.
+class Messages final : public NSObject, public NSTableViewDataSource, public NSTableViewDelegate
+{
+public:
+    Ref<NSView> table(Ref<NSCell> cell)
+    {
+        const Ref<NSTableView> table = make<NSTableView>();
+        table->setRowHeight(kMessageHeight);
+        table->setHeaderView(nullptr);
+        addColumn(*table, "", kWidth, std::move(cell));
+        table->setDelegate(this);
+        table->setDataSource(this);
+        table->selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(2).get(), false);
+
+        const Ref<KeepingScrollView> view = make<KeepingScrollView>(this);
+        view->initWithFrame(
+            NSMakeRect(0.0, 0.0, kWidth, kMessageHeight * static_cast<double>(_messages.size())));
+        view->setDocumentView(table);
+        return view;
+    }
+
+    std::int64_t numberOfRowsInTableView(NSTableView* /*view*/) override
+    {
+        return static_cast<std::int64_t>(_messages.size());
+    }
+    void tableView_willDisplayCell_forTableColumn_row(NSTableView* /*view*/, NSCell* cell,
+                                                      NSTableColumn* /*column*/, std::int64_t row) override
+    {
+        const Message& message = _messages[static_cast<std::size_t>(row)];
+        cell->setStringValue(message.data->contactsName());
+        if (auto* const textRow = dynamic_cast<ZuSmsImageCell*>(cell)) {
+            fill(*textRow, message);
+        } else if (auto* const button = dynamic_cast<PelSmsTableCheckImageCell*>(cell)) {
+            fill(*button, message);
+        }
+    }
+
+private:
+    struct Message {
+        Ref<PelSMSTableData> data; // keeps the picture alive, which cells do not
+        std::int32_t sentSmsType = 0;
+        bool isTitleCentered = false;
+    };
+
+    template <class Cell> static void fill(Cell& cell, const Message& message)
+    {
+        cell.setFrontImage(message.data->image().get());
+        cell.setButtonContents(message.data->title());
+        cell.setSentSmsType(message.sentSmsType);
+        cell.setIsTitleAlignCenter(message.isTitleCentered);
+    }
+
+    static Ref<PelSMSTableData> message(const char* name, const char* words, Ref<NSImage> picture)
+    {
+        Ref<PelSMSTableData> data = make<PelSMSTableData>()->init();
+        data->setContactsName(text(name));
+        data->setTitle(text(words));
+        data->setImage(std::move(picture));
+        return data;
+    }
+
+    static constexpr double kWidth = 340.0;
+    static constexpr double kMessageHeight = 48.0;
+    static constexpr std::int32_t kSendingFailed = 5;
+
+    std::array<Message, 5> _messages{{
+        {message("Anna", "See you at the station at half past eight, I have the tickets for all of us.",
+                 patch("face", {40.0, 40.0}, rgb(70, 140, 190)))},
+        {message("Ben", "Can you bring the camera?", patch("face", {40.0, 40.0}, rgb(52, 152, 83))),
+         kSendingFailed},
+        {message("Clara", "", patch("face", {28.0, 28.0}, rgb(224, 130, 60))), 0, true},
+        {message("+49 30 1234567", "Your parcel has arrived.", nullptr)},
+        {message("Dora", "A tall picture.", patch("face", {30.0, 90.0}, rgb(120, 110, 150)))},
+    }};
+};
+
 } // namespace
 
 std::vector<Scene> scenes()
@@ -487,6 +566,9 @@ std::vector<Scene> scenes()
         {"ZuOutlineView",
          {{"ZuOutlineImageCell", make<PhoneTree>(0)->outline(make<ZuOutlineImageCell>())},
           {"ZuCheckImageCell", make<PhoneTree>(22)->outline(make<ZuCheckImageCell>())}}},
+        {"ZuSmsImageCell",
+         {{"ZuSmsImageCell", make<Messages>()->table(make<ZuSmsImageCell>())},
+          {"PelSmsTableCheckImageCell", make<Messages>()->table(make<PelSmsTableCheckImageCell>())}}},
     };
 }
 
