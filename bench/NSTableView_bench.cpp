@@ -1,13 +1,14 @@
 // Tables beside the toolkit's own item view with its own delegate, which shows the same content: a viewport
 // of 40 rows with check and name, number, and picture with caption. Rows a second are what counts.
 
+#include "ItemView.h"
+
 #include "platform/appkit/NSScrollView.h"
 #include "platform/appkit/NSTableColumn.h"
 #include "platform/appkit/NSTableView.h"
 #include "platform/foundation/NSString.h"
 #include "platform/graphics/NSFont.h"
 #include "platform/graphics/NSImage.h"
-#include "platform/graphics/NSImageRep.h"
 #include "window/ZuCenterTextFieldCell.h"
 #include "window/ZuImageCell.h"
 #include "window/ZuTableCheckImageCell.h"
@@ -16,12 +17,9 @@
 
 #include <QAbstractTableModel>
 #include <QHeaderView>
-#include <QImage>
 #include <QPainter>
 #include <QPixmap>
-#include <QScrollBar>
 #include <QTableView>
-#include <QTemporaryDir>
 
 #include <array>
 #include <cstdint>
@@ -57,23 +55,6 @@ std::string number(std::int64_t row)
 std::string caption(std::int64_t row)
 {
     return "Group " + std::to_string(row % 10);
-}
-
-QImage picture(QRgb color)
-{
-    QImage pixels(kPicture, kPicture, QImage::Format_ARGB32_Premultiplied);
-    pixels.fill(color);
-    return pixels;
-}
-
-Ref<NSImage> image(QRgb color)
-{
-    // As an application gets it: from a file.
-    QTemporaryDir folder;
-    const QString file = folder.filePath("picture.png");
-    picture(color).save(file);
-    return make<NSImage>()->initWithContentsOfFile(
-        NSString::stringWithUTF8String(file.toUtf8().constData()).get());
 }
 
 class Contacts final : public NSObject, public NSTableViewDataSource, public NSTableViewDelegate
@@ -127,8 +108,8 @@ struct OurTable {
         scrollView->setDocumentView(table);
     }
 
-    std::array<Ref<NSImage>, 4> images{image(0xffe0e0e0), image(0xff20baea), image(0xffa0a0a0),
-                                       image(0xff808000)};
+    std::array<Ref<NSImage>, 4> images{image(0xffe0e0e0, kPicture), image(0xff20baea, kPicture),
+                                       image(0xffa0a0a0, kPicture), image(0xff808000, kPicture)};
     Ref<Contacts> contacts;
     Ref<NSTableView> table = make<NSTableView>();
     Ref<NSScrollView> scrollView = make<NSScrollView>();
@@ -166,7 +147,7 @@ public:
 
 private:
     int _rows;
-    QPixmap _picture = QPixmap::fromImage(picture(0xff808000));
+    QPixmap _picture = QPixmap::fromImage(picture(0xff808000, kPicture));
 };
 
 struct StockTable {
@@ -190,48 +171,16 @@ struct StockTable {
     QTableView view;
 };
 
-/// Paints the rows over and over, scrolled each time where `next` says.
-template <class Next> void paint(benchmark::State& state, const QAbstractScrollArea& area, Next next)
-{
-    QImage image(kSize, QImage::Format_ARGB32_Premultiplied);
-    QScrollBar& bar = *area.verticalScrollBar();
-    const auto frame = [&] {
-        bar.setValue(next(bar));
-        area.viewport()->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
-        benchmark::DoNotOptimize(image.constBits());
-    };
-    frame(); // the first lays out
-    for ([[maybe_unused]] auto _ : state) {
-        frame();
-    }
-    state.SetItemsProcessed(state.iterations() * kRows);
-}
-
 template <class Next> void paintOurs(benchmark::State& state, Next next)
 {
     const OurTable ours(state.range(0));
-    paint(state, *ours.scrollView->widget()->findChild<QAbstractScrollArea*>(), next);
+    paint(state, *ours.scrollView->widget()->findChild<QAbstractScrollArea*>(), kRows, next);
 }
 
 template <class Next> void paintStock(benchmark::State& state, Next next)
 {
-    paint(state, StockTable(state.range(0)).view, next);
+    paint(state, StockTable(state.range(0)).view, kRows, next);
 }
-
-struct Still {
-    int operator()(const QScrollBar& bar) const { return bar.value(); }
-};
-
-/// The same places in each run.
-struct Random {
-    int operator()(const QScrollBar& bar)
-    {
-        state = state * 1664525 + 1013904223;
-        return static_cast<int>((std::uint64_t{state} * static_cast<std::uint64_t>(bar.maximum())) >> 32U);
-    }
-
-    std::uint32_t state = 1;
-};
 
 void redrawTable(benchmark::State& state)
 {
