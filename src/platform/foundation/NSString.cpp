@@ -42,3 +42,13 @@ bool NSString::isEqual(const NSObject* other) const
     const auto* string = dynamic_cast<const NSString*>(other);
     return string != nullptr && _characters == string->_characters;
 }
+
+NSRange NSString::rangeOfString_options(const NSString* text, NSStringCompareOptions options) const
+{
+    if (text == nullptr || text->length() == 0) {
+        return {NSNotFound, 0};
+    }
+    const auto cases = (options & NSCaseInsensitiveSearch) != 0 ? Qt::CaseInsensitive : Qt::CaseSensitive;
+    const qsizetype found = QStringView(_characters).indexOf(QStringView(text->_characters), 0, cases);
+    return found < 0 ? NSRange{NSNotFound, 0} : NSRange{static_cast<std::size_t>(found), text->length()};
+}

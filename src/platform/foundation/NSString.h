@@ -2,12 +2,18 @@
 
 #include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/NSObject.h"
+#include "platform/foundation/NSRange.h"
 
 #include <string>
 #include <string_view>
 
 class NSAttributedString;
 class NSAttributes;
+
+/// How a text is searched.
+using NSStringCompareOptions = unsigned long;
+/// Letters count as the same in either case: by simple case folding, which is one to one.
+inline constexpr NSStringCompareOptions NSCaseInsensitiveSearch = 1;
 
 /// An immutable text of UTF-16 code units; lengths and ranges count these.
 class TESSALINE_EXPORT NSString final : public NSObject
@@ -25,6 +31,10 @@ public:
     /// This string itself, since it cannot change.
     Ref<NSString> copy() const;
     bool isEqual(const NSObject* other) const override;
+
+    /// Where `text` occurs first; without options, exactly as it stands. At `NSNotFound` with a length
+    /// of 0 if it does not, as null and an empty text.
+    NSRange rangeOfString_options(const NSString* text, NSStringCompareOptions options) const;
 
     /// The size of the text when drawn without wrapping: the widest line by the sum of the line heights,
     /// in points, not rounded. An empty text has the height of a line.
