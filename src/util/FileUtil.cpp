@@ -3,6 +3,7 @@
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSDate.h"
 #include "platform/foundation/NSDateFormatter.h"
+#include "platform/foundation/NSFileManager.h"
 #include "platform/foundation/NSString.h"
 
 #include <algorithm>
@@ -34,11 +35,9 @@ fs::path pathOf(const char* path)
     return path == nullptr ? "" : path;
 }
 
-/// The same for a text that the system would not see the end of.
 fs::path pathOf(const NSString* path)
 {
-    const bool ends = path != nullptr && path->characters().find(u'\0') == std::u16string_view::npos;
-    return ends ? path->UTF8String() : "";
+    return NSFileManager::defaultManager()->fileSystemRepresentationWithPath(path);
 }
 
 bool isThere(const fs::path& path)
