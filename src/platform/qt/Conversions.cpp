@@ -1,7 +1,10 @@
 #include "platform/qt/Conversions.h"
 
 #include "platform/foundation/NSString.h"
+#include "platform/foundation/NSURL.h"
 #include "platform/graphics/NSColor.h"
+
+#include <QUrl>
 
 #include <algorithm>
 
@@ -16,6 +19,11 @@ QColor toQt(const NSColor& color)
         return static_cast<float>(std::clamp(color.components()[index], 0.0, 1.0));
     };
     return QColor::fromRgbF(component(0), component(1), component(2), component(3));
+}
+
+QUrl toQt(const NSURL& url)
+{
+    return QUrl(toQt(*url.absoluteString()), QUrl::StrictMode);
 }
 
 Ref<NSString> fromQt(const QString& text)

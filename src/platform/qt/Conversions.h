@@ -12,9 +12,13 @@
 
 class NSColor;
 class NSString;
+class NSURL;
+class QUrl;
 
 QString toQt(const NSString& text);
 QColor toQt(const NSColor& color);
+/// Not valid if it is not well-formed.
+QUrl toQt(const NSURL& url);
 inline QPointF toQt(NSPoint point)
 {
     return {point.x, point.y};

@@ -1,7 +1,8 @@
 #pragma once
 
-// What fonts and bitmaps hold on Qt's side. Private to the platform layer.
+// What fonts, bitmaps and pasteboards hold on Qt's side. Private to the platform layer.
 
+#include "platform/appkit/NSPasteboard.h"
 #include "platform/graphics/CGImage.h"
 #include "platform/graphics/NSBitmapImageRep.h"
 #include "platform/graphics/NSFont.h"
@@ -9,7 +10,11 @@
 
 #include <QFont>
 #include <QImage>
+#include <QMimeData>
+#include <QPointer>
 #include <QString>
+
+#include <map>
 
 struct NSFont::Native {
     QString name; // as asked for
@@ -38,4 +43,21 @@ struct NSBitmapImageRep::Native {
     mutable QImage painted;                 // null when out of date
     std::unique_ptr<PictureFile> animation; // null if there is none
     int currentFrame = 0;
+};
+
+struct NSPasteboard::Native {
+    /// The pasteboard of a drag that begins. Its file names are read now, once, since they may be many.
+    static Ref<NSPasteboard> ofDrag(const QMimeData& data);
+    /// The data of its drag are Qt's again.
+    static void dragDidEnd(NSPasteboard& pasteboard);
+
+    bool isDrag = false;
+
+    // Of a drag
+    QPointer<const QMimeData> data;   // null when it has ended
+    Ref<NSArray<NSString>> fileNames; // null for none
+
+    // Of the clipboard
+    std::vector<NSPasteboardType> declared;
+    std::map<NSPasteboardType, QString> put; // since then
 };

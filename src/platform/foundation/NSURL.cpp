@@ -1,0 +1,30 @@
+#include "platform/foundation/NSURL.h"
+
+#include "platform/foundation/NSString.h"
+#include "platform/qt/Conversions.h"
+
+#include <QUrl>
+
+NSURL::NSURL(Ref<NSString> text) : _text(std::move(text)) {}
+
+NSURL::~NSURL() = default;
+
+Ref<NSURL> NSURL::URLWithString(NSString* text)
+{
+    if (text == nullptr || !toQt(*text).isValidUtf16()) {
+        return nullptr;
+    }
+    Ref<NSURL> url = make<NSURL>(text);
+    return toQt(*url).isValid() ? url : nullptr;
+}
+
+Ref<NSString> NSURL::absoluteString() const
+{
+    return _text;
+}
+
+bool NSURL::isEqual(const NSObject* other) const
+{
+    const auto* url = dynamic_cast<const NSURL*>(other);
+    return url != nullptr && _text->isEqual(url->_text.get());
+}
