@@ -396,6 +396,44 @@ void NSView::updateTrackingAreas(std::optional<NSPoint> pointer, bool inKeyWindo
     }
 }
 
+// Dragging
+
+void NSView::registerForDraggedTypes(std::vector<NSPasteboardType> types)
+{
+    _draggedTypes = std::move(types);
+    if (_peer != nullptr) {
+        _peer->setAcceptDrops(!_draggedTypes.empty());
+    }
+}
+
+bool NSView::takesDrag(const NSPasteboard& pasteboard) const
+{
+    const std::vector<NSPasteboardType> offered = pasteboard.types();
+    return wantsAllDrags() || std::ranges::find_first_of(offered, _draggedTypes) != offered.end();
+}
+
+NSDragOperation NSView::draggingEntered(NSDraggingInfo* /*drag*/)
+{
+    return NSDragOperationNone;
+}
+
+NSDragOperation NSView::draggingUpdated(NSDraggingInfo* /*drag*/)
+{
+    return _answerToEntry;
+}
+
+void NSView::draggingExited(NSDraggingInfo* /*drag*/) {}
+
+bool NSView::prepareForDragOperation(NSDraggingInfo* /*drag*/)
+{
+    return true;
+}
+
+bool NSView::performDragOperation(NSDraggingInfo* /*drag*/)
+{
+    return false;
+}
+
 // The keyboard
 
 bool NSView::keyDown(NSEvent* event)
@@ -466,6 +504,7 @@ QWidget* NSView::widget()
     _peer = makePeer();
     _peer->showToolTip(toolTip().get());
     _peer->updateFocusPolicy();
+    _peer->setAcceptDrops(!_draggedTypes.empty());
     placePeer();
     castShadow();
     _placesFlipped = isFlipped();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/appkit/NSAccessibility.h"
+#include "platform/appkit/NSDragging.h"
 #include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/NSObject.h"
 #include "platform/foundation/Property.h"
@@ -128,6 +129,26 @@ public:
     void removeTrackingArea(NSTrackingArea* area);
     const std::vector<Ref<NSTrackingArea>>& trackingAreas() const { return _trackingAreas; }
 
+    // Dragging: of all views that a drag is over, the innermost is asked that takes one of its types, whether
+    // or not the window is key.
+
+    /// Has drags that offer one of `types` come to the view from now on. None, as initially, for no drags.
+    void registerForDraggedTypes(std::vector<NSPasteboardType> types);
+    /// Whether, once registered, drags that offer none of those types come, too. Initially not.
+    virtual bool wantsAllDrags() const { return false; }
+
+    /// Called when a drag comes over the view; answers what would become of what is dragged. Where the drag's
+    /// source gives no copies away, that is nothing, whatever is answered. Here: nothing.
+    virtual NSDragOperation draggingEntered(NSDraggingInfo* drag);
+    /// Called when the drag moves on, with an answer that counts from then on. Here: as at the entry.
+    virtual NSDragOperation draggingUpdated(NSDraggingInfo* drag);
+    /// Called when the drag has left, or ends without a drop. Here nothing happens.
+    virtual void draggingExited(NSDraggingInfo* drag);
+    /// Called at a drop, if the last answer was not "nothing", and then, unless that answers false, the
+    /// other; its answer, whether something was taken, is what the source learns. Here: true, and false.
+    virtual bool prepareForDragOperation(NSDraggingInfo* drag);
+    virtual bool performDragOperation(NSDraggingInfo* drag);
+
     // The keyboard
 
     /// Whether the view takes the keyboard: by a press, and by Tab, which goes through the views that do in
@@ -217,6 +238,8 @@ private:
     /// Tells the owners of tracking areas of entries and exits. `pointer` is in this view's coordinates,
     /// without a value if the pointer is elsewhere.
     void updateTrackingAreas(std::optional<NSPoint> pointer, bool inKeyWindow);
+    /// Whether a drag comes to the view.
+    bool takesDrag(const NSPasteboard& pasteboard) const;
 
     NSRect _frame;
     NSRect _dirtyRect;
@@ -227,6 +250,8 @@ private:
     NSWindow* _contentWindow = nullptr; // the window whose content view this is
     std::vector<Ref<NSView>> _subviews;
     std::vector<Ref<NSTrackingArea>> _trackingAreas;
+    std::vector<NSPasteboardType> _draggedTypes;
+    NSDragOperation _answerToEntry = NSDragOperationNone; // of the last drag
     CopyProperty<NSString> _toolTip;
     CopyProperty<NSString> _accessibilityLabel;
     Ref<CALayer> _layer;

@@ -63,6 +63,10 @@ bool isForView(const QEvent& event)
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseButtonRelease:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::DragLeave:
+    case QEvent::Drop:
         return true;
     case QEvent::MouseMove:
         return static_cast<const QMouseEvent&>(event).buttons() != Qt::NoButton;

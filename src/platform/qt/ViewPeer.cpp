@@ -8,9 +8,11 @@
 #include "platform/graphics/NSShadow.h"
 #include "platform/qt/AccessibleView.h"
 #include "platform/qt/Conversions.h"
+#include "platform/qt/Native.h"
 #include "platform/qt/PainterGraphicsContext.h"
 
 #include <QAbstractScrollArea>
+#include <QDropEvent>
 #include <QGraphicsDropShadowEffect>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -500,4 +502,84 @@ void ViewPeer::keyPressEvent(QKeyEvent* event)
     if (_view != nullptr && hasFocus()) {
         event->setAccepted(_view->keyDown(keyEvent(*event, *_view).get()));
     }
+}
+
+Ref<NSDraggingInfo> ViewPeer::dragAt(const QDropEvent& event)
+{
+    _dragLocation = _view->convertPoint_toView(toView(event.position()), nullptr);
+    return make<NSDraggingInfo>(_dragged, _dragLocation);
+}
+
+void ViewPeer::answer(QDropEvent& event, NSDragOperation operation)
+{
+    // Where the source gives no copies away, Qt would put a move in the place of ours.
+    const bool copies = event.possibleActions().testFlag(Qt::CopyAction);
+    _wouldTakeDrag = copies && (operation & NSDragOperationCopy) != 0;
+    event.setDropAction(_wouldTakeDrag ? Qt::CopyAction : Qt::IgnoreAction);
+    event.setAccepted(_wouldTakeDrag);
+}
+
+void ViewPeer::dragEnterEvent(QDragEnterEvent* event)
+{
+    event->ignore(); // one that is not accepted goes on to the parent
+    dragDidExit();   // had Qt not told of it
+    const Ref<NSPasteboard> pasteboard = NSPasteboard::Native::ofDrag(*event->mimeData());
+    if (_view == nullptr || !_view->takesDrag(*pasteboard)) {
+        return;
+    }
+    NSView* const view = _view;          // which `event` keeps alive, as below
+    const QPointer<ViewPeer> self(this); // a host's window may go, and its widgets with it
+    _dragged = pasteboard;
+    const NSDragOperation operation = view->draggingEntered(dragAt(*event).get());
+    view->_answerToEntry = operation;
+    if (self) {
+        answer(*event, operation);
+        event->accept(); // so that the rest comes, whatever the view has answered
+    }
+}
+
+void ViewPeer::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->ignore();
+    if (_view == nullptr || !_dragged) {
+        return;
+    }
+    const QPointer<ViewPeer> self(this);
+    const NSDragOperation operation = _view->draggingUpdated(dragAt(*event).get());
+    if (self) {
+        answer(*event, operation);
+    }
+}
+
+void ViewPeer::dragLeaveEvent(QDragLeaveEvent* /*event*/)
+{
+    dragDidExit();
+}
+
+void ViewPeer::dragDidExit()
+{
+    if (const Ref<NSPasteboard> dragged = std::exchange(_dragged, nullptr)) {
+        if (_view != nullptr) {
+            _view->draggingExited(make<NSDraggingInfo>(dragged, _dragLocation).get());
+        }
+        NSPasteboard::Native::dragDidEnd(*dragged);
+    }
+}
+
+void ViewPeer::dropEvent(QDropEvent* event)
+{
+    event->ignore();
+    event->setDropAction(Qt::IgnoreAction);
+    if (_view == nullptr || !_dragged || !_wouldTakeDrag) {
+        dragDidExit();
+        return;
+    }
+    NSView* const view = _view;
+    const Ref<NSDraggingInfo> drag = dragAt(*event);
+    _dragged = nullptr;
+    if (view->prepareForDragOperation(drag.get()) && view->performDragOperation(drag.get())) {
+        event->setDropAction(Qt::CopyAction);
+        event->accept();
+    }
+    NSPasteboard::Native::dragDidEnd(*drag->draggingPasteboard());
 }

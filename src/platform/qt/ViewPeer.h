@@ -10,10 +10,13 @@
 #include <functional>
 #include <optional>
 
+class NSDraggingInfo;
 class NSEvent;
+class NSPasteboard;
 class NSString;
 class NSView;
 class QAbstractScrollArea;
+class QDropEvent;
 class QKeyEvent;
 class QSinglePointEvent;
 enum class NSEventType : unsigned long;
@@ -105,6 +108,10 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     /// Makes a change to widgets, at once or, while a view draws, as soon as that is done.
@@ -116,6 +123,11 @@ private:
     void pointerAt(std::optional<QPointF> position);
     void updateTracking();
     void drawFocusRing();
+    /// The drag at its place in the view, of which note is taken.
+    Ref<NSDraggingInfo> dragAt(const QDropEvent& event);
+    /// Gives the view's answer, an operation, to the source.
+    void answer(QDropEvent& event, unsigned long operation);
+    void dragDidExit();
 
     NSView* _view;                        // null once the view is gone
     QWidget* _outermost = this;           // what the widget stands in, if it is a viewport
@@ -125,4 +137,7 @@ private:
     QSize _placed;                        // the size that the view's frame asks for
     std::optional<QPointF> _pointer; // where the pointer is, in the widget's coordinates, if it is inside
     bool _reachedByKey = false;      // the way in which the focus came last
+    Ref<NSPasteboard> _dragged;      // by the drag over the view; null for none
+    NSPoint _dragLocation;           // in the window's coordinates
+    bool _wouldTakeDrag = false;     // what the view has answered to it last
 };
