@@ -5,6 +5,7 @@
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 #include "support/Drawing.h"
+#include "window/DragDropView.h"
 #include "window/PelSMSTableData.h"
 #include "window/PelSmsTableCheckImageCell.h"
 #include "window/ZuBorderView.h"
@@ -158,6 +159,11 @@ TEST_F(ControlTest, TakesPropertiesByNameAndItsFrame)
 
     const Ref<ZuOutlineView> outline = made<ZuOutlineView>();
     expectSet(outline, "backgroundImage_", &ZuOutlineView::backgroundImage_, blankImage("", 1.0, 1.0));
+
+    const Ref<DragDropView> drops = made<DragDropView>();
+    expectSet(drops, "filePostfix", &DragDropView::filePostfix, text("vcf"));
+    EXPECT_TRUE(drops->setValue_forKey(item.get(), "delegate"));
+    EXPECT_EQ(drops->delegate(), item);
 
     EXPECT_EQ(make<ZuCenterTextFieldCell>()->classTable().name, "ZuCenterTextFieldCell");
     EXPECT_EQ(make<ZuTableHeaderCell>()->classTable().name, "ZuTableHeaderCell");
