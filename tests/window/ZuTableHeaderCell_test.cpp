@@ -15,7 +15,7 @@ TEST(ZuTableHeaderCellTest, DrawsFaceLineAndTitle)
     cell->setStringValue(text("Name"));
     const double height = cell->attributedStringValue()->size().height;
     // The base class draws the title in the middle of {{2, 4}, {100, 20}}.
-    const NSRect title = NSMakeRect(9.0, 4.0 + (20.0 - height) * 0.5, 86.0, height);
+    const NSRect title = NSMakeRect(8.0, 4.0 + (20.0 - height) * 0.5, 88.0, height);
     Operations expected{"drawGradient white(1, 1) to deviceWhite(0.9, 1) {{2, 3}, {100, 22}} angle 90",
                         "fillColor deviceWhite(0.8, 1)", "strokeColor deviceWhite(0.8, 1)",
                         "replaceRect {{2, 25}, {100, 1}}", "drawText \"Name\" " + NSStringFromRect(title)};

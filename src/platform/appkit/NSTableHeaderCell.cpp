@@ -14,7 +14,7 @@ constexpr double kFaceWhite = 0.95;
 constexpr double kPressedFaceWhite = 0.85;
 constexpr double kLineWhite = 0.8;
 constexpr double kLineWidth = 1.0;
-constexpr double kTextInset = 5.0;
+constexpr double kTitleInset = 4.0; // beyond that of the text
 
 } // namespace
 
@@ -52,5 +52,5 @@ void NSTableHeaderCell::drawInteriorWithFrame_inView(NSRect frame, NSView* view)
     const double height = std::min(attributedStringValue()->size().height, frame.size.height);
     const double top = frame.origin.y + (frame.size.height - height) * 0.5;
     NSTextFieldCell::drawInteriorWithFrame_inView(
-        NSInsetRect(NSMakeRect(frame.origin.x, top, frame.size.width, height), kTextInset, 0.0), view);
+        NSInsetRect(NSMakeRect(frame.origin.x, top, frame.size.width, height), kTitleInset, 0.0), view);
 }

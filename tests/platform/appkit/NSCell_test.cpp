@@ -145,7 +145,7 @@ TEST_F(NSCellTest, DrawsImagesAndButtons)
                           "fillColor white(0.8, 1)",
                           "fillRect {{109, 20}, {1, 30}}",
                           "fillRect {{10, 49}, {100, 1}}",
-                          title("17", "86")};
+                          title("16", "88")};
     };
     EXPECT_EQ(drawn(*header, frame), lines("fillColor white(0.95, 1)"));
     const auto context = make<NSRecordingGraphicsContext>(true);
