@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace
 {
@@ -19,7 +20,8 @@ constexpr std::array kProperties{
 /// Null without a drag, and for one without files.
 Ref<NSArray<NSString>> pathsOf(const NSDraggingInfo* drag)
 {
-    return drag != nullptr ? drag->draggingPasteboard()->propertyListForType(NSFilenamesPboardType) : nullptr;
+    const Ref<NSPasteboard> pasteboard = drag != nullptr ? drag->draggingPasteboard() : nullptr;
+    return pasteboard ? pasteboard->propertyListForType(NSFilenamesPboardType) : nullptr;
 }
 
 bool isFolder(const Ref<NSString>& path)

@@ -3,6 +3,7 @@
 #include "platform/appkit/NSWindow.h"
 #include "support/Drags.h"
 #include "support/Drawing.h"
+#include "support/FileTaker.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -13,23 +14,6 @@ namespace
 {
 
 const std::string kLogged = "draggingEntered\n";
-
-class Taker : public NSObject, public DragDropViewDeletegate
-{
-public:
-    void dragDropViewFileList(NSArray<NSString>* paths) override
-    {
-        ++calls;
-        list = paths;
-        if (onFiles) {
-            onFiles();
-        }
-    }
-
-    int calls = 0;
-    Ref<NSArray<NSString>> list;
-    std::function<void()> onFiles;
-};
 
 class DragDropViewTest : public testing::Test
 {
@@ -76,7 +60,7 @@ protected:
 
     const TemporaryFolder folder;
     Ref<DragDropView> view = make<DragDropView>()->initWithFrame(NSMakeRect(0.0, 0.0, 100.0, 100.0));
-    Ref<Taker> taker = make<Taker>();
+    Ref<FileTaker> taker = make<FileTaker>();
 };
 
 TEST_F(DragDropViewTest, HandsFilesOverAndTakesThemByTheirExtensions)
@@ -137,8 +121,11 @@ TEST_F(DragDropViewTest, RefusesWhatHoldsNoFiles)
     const Ref<NSPasteboard> general = NSPasteboard::pasteboardWithName(NSGeneralPboard);
     general->declareTypes_owner({NSStringPboardType}, nullptr);
     const Ref<NSDraggingInfo> empty = make<NSDraggingInfo>(general, NSPoint{});
-    for (NSDraggingInfo* drag : {empty.get(), static_cast<NSDraggingInfo*>(nullptr)}) {
+    const Ref<NSDraggingInfo> nothing = make<NSDraggingInfo>(nullptr, NSPoint{});
+    for (NSDraggingInfo* drag : {empty.get(), nothing.get(), static_cast<NSDraggingInfo*>(nullptr)}) {
+        testing::internal::CaptureStderr();
         EXPECT_EQ(view->draggingEntered(drag), NSDragOperationNone);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), kLogged);
         EXPECT_TRUE(view->performDragOperation(drag)) << "of all types";
         view->setFilePostfix(nullptr);
         EXPECT_FALSE(view->performDragOperation(drag));
@@ -158,7 +145,7 @@ TEST_F(DragDropViewTest, MayBeEndedByItsDelegate)
         view = nullptr;
         taker = nullptr;
     };
-    const Weak<Taker> weakTaker(taker);
+    const Weak<FileTaker> weakTaker(taker);
     Drag drag(*view);
     drag.data.setData("text/uri-list", listOf({"plain"}));
     drag.enter();

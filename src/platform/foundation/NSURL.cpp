@@ -18,6 +18,13 @@ Ref<NSURL> NSURL::URLWithString(NSString* text)
     return toQt(*url).isValid() ? url : nullptr;
 }
 
+Ref<NSURL> NSURL::fileURLWithPath(NSString* path)
+{
+    return path == nullptr || path->length() == 0
+               ? nullptr
+               : URLWithString(fromQt(QString::fromLatin1(QUrl::fromLocalFile(toQt(*path)).toEncoded())).get());
+}
+
 Ref<NSString> NSURL::absoluteString() const
 {
     return _text;

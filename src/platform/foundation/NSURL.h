@@ -13,6 +13,9 @@ public:
     /// Letters beyond ASCII may stand in it as people write them.
     static Ref<NSURL> URLWithString(NSString* text);
 
+    /// That of a file or folder, by its absolute path. Null for null and an empty path.
+    static Ref<NSURL> fileURLWithPath(NSString* path);
+
     /// The text that the URL was made of. Letters beyond ASCII are encoded only where the URL is handed to
     /// others.
     Ref<NSString> absoluteString() const;

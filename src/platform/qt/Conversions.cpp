@@ -23,7 +23,7 @@ QColor toQt(const NSColor& color)
 
 QUrl toQt(const NSURL& url)
 {
-    return QUrl(toQt(*url.absoluteString()), QUrl::StrictMode);
+    return {toQt(*url.absoluteString()), QUrl::StrictMode};
 }
 
 Ref<NSString> fromQt(const QString& text)
