@@ -10,6 +10,7 @@ class NSWindow;
 enum class NSEventType : unsigned long {
     LeftMouseDown = 1,
     LeftMouseUp = 2,
+    RightMouseDown = 3,
     LeftMouseDragged = 6,
     MouseEntered = 8,
     MouseExited = 9,

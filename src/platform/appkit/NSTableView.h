@@ -106,7 +106,7 @@ public:
     NSRect rectOfColumn(std::int64_t column) const;
     virtual NSRect frameOfCellAtColumn_row(std::int64_t column, std::int64_t row) const;
     /// What shows of the table.
-    NSRect visibleRect() const;
+    NSRect visibleRect() const override;
     void scrollRowToVisible(std::int64_t row);
 
     // Selection

@@ -1,7 +1,9 @@
 #include "platform/appkit/NSView.h"
 
 #include "platform/appkit/CALayer.h"
+#include "platform/appkit/NSCursor.h"
 #include "platform/appkit/NSEvent.h"
+#include "platform/appkit/NSMenu.h"
 #include "platform/appkit/NSTrackingArea.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/ClassTable.h"
@@ -29,6 +31,9 @@ constexpr std::array kProperties{
     property<&NSView::isHidden, &NSView::setHidden>("hidden"),
     property<&NSView::toolTip, &NSView::setToolTip>("toolTip"),
 };
+
+/// Counts the changes to the places of views, by which cursor rectangles go out of date.
+std::uint64_t placing = 1;
 
 } // namespace
 
@@ -68,6 +73,7 @@ void NSView::setFrame(NSRect frame)
     const auto finite = [](double number) { return std::isfinite(number) ? number : 0.0; };
     const NSSize size{std::max(finite(frame.size.width), 0.0), std::max(finite(frame.size.height), 0.0)};
     const bool resized = _frame.size != size;
+    ++placing;
     _frame = {{finite(frame.origin.x), finite(frame.origin.y)}, size};
     placePeer();
     if (resized) {
@@ -77,6 +83,7 @@ void NSView::setFrame(NSRect frame)
 
 void NSView::takeSizeOfPeer(NSSize size)
 {
+    ++placing;
     _frame.size = size;
     sizeDidChange();
 }
@@ -152,6 +159,27 @@ NSPoint NSView::convertPoint_toView(NSPoint point, const NSView* view) const
     return view == nullptr ? inWindow : view->convertFromWindow(inWindow);
 }
 
+NSRect NSView::convertRect_fromView(NSRect rect, const NSView* view) const
+{
+    const auto [x, y] = convertPoint_fromView(rect.origin, view);
+    const double otherY = convertPoint_fromView({x, rect.origin.y + rect.size.height}, view).y;
+    return {{x, std::min(y, otherY)}, rect.size};
+}
+
+NSRect NSView::convertRect_toView(NSRect rect, const NSView* view) const
+{
+    const auto [x, y] = convertPoint_toView(rect.origin, view);
+    const double otherY = convertPoint_toView({x, rect.origin.y + rect.size.height}, view).y;
+    return {{x, std::min(y, otherY)}, rect.size};
+}
+
+NSRect NSView::visibleRect() const
+{
+    return _superview == nullptr
+               ? bounds()
+               : NSIntersectionRect(bounds(), convertRect_fromView(_superview->visibleRect(), _superview));
+}
+
 // The tree
 
 bool NSView::isSelfOrInside(const NSView& other) const
@@ -171,6 +199,7 @@ void NSView::addSubview(Ref<NSView> view)
         return;
     }
     view->leaveItsPlace();
+    ++placing;
     view->_superview = this;
     _subviews.push_back(view);
     if (_peer != nullptr) {
@@ -185,6 +214,7 @@ void NSView::removeFromSuperview()
         return;
     }
     const Ref<NSView> self(this);
+    ++placing;
     std::erase(std::exchange(_superview, nullptr)->_subviews, self);
     if (_peer != nullptr) {
         _peer->detach();
@@ -210,6 +240,7 @@ Ref<NSWindow> NSView::window() const
 
 void NSView::setHidden(bool hidden)
 {
+    ++placing;
     _hidden = hidden;
     if (_peer != nullptr) {
         _peer->setHidden(hidden);
@@ -350,6 +381,11 @@ void NSView::mouseUp(NSEvent* event)
     }
 }
 
+Ref<NSMenu> NSView::menuForEvent(NSEvent* /*event*/)
+{
+    return nullptr;
+}
+
 void NSView::mouseEntered(NSEvent* /*event*/) {}
 
 void NSView::mouseExited(NSEvent* /*event*/) {}
@@ -432,6 +468,45 @@ bool NSView::prepareForDragOperation(NSDraggingInfo* /*drag*/)
 bool NSView::performDragOperation(NSDraggingInfo* /*drag*/)
 {
     return false;
+}
+
+// Cursors
+
+void NSView::resetCursorRects() {}
+
+void NSView::addCursorRect_cursor(NSRect rect, Ref<NSCursor> cursor)
+{
+    if (!NSIsEmptyRect(rect) && cursor) {
+        _cursorRects.push_back({rect, std::move(cursor)});
+    }
+}
+
+const std::vector<NSView::CursorRect>& NSView::cursorRects()
+{
+    if (_cursorRectsPlacing != placing) {
+        _cursorRects.clear();
+        _cursorRectsPlacing = placing;
+        resetCursorRects();
+    }
+    return _cursorRects;
+}
+
+void NSView::invalidateCursorRects()
+{
+    _cursorRectsPlacing = 0;
+    if (_peer != nullptr) {
+        _peer->updateCursorLater();
+    }
+}
+
+Ref<NSCursor> NSView::cursorAtPoint(NSPoint point)
+{
+    for (const auto& [rect, cursor] : cursorRects()) {
+        if (NSMouseInRect(point, rect, isFlipped())) {
+            return cursor;
+        }
+    }
+    return nullptr;
 }
 
 // The keyboard

@@ -6,13 +6,16 @@
 #include "platform/foundation/NSObject.h"
 #include "platform/foundation/Property.h"
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
 class CALayer;
+class NSCursor;
 class NSEvent;
 class NSGraphicsContext;
 class NSImage;
+class NSMenu;
 class NSNumber;
 class NSShadow;
 class NSString;
@@ -56,6 +59,12 @@ public:
     /// if it is null. Outside of any window, the topmost superview's frame stands for its place in one.
     NSPoint convertPoint_fromView(NSPoint point, const NSView* view) const;
     NSPoint convertPoint_toView(NSPoint point, const NSView* view) const;
+    NSRect convertRect_fromView(NSRect rect, const NSView* view) const;
+    NSRect convertRect_toView(NSRect rect, const NSView* view) const;
+
+    /// What the views around it leave of the bounds to be seen, whatever lies over it. Empty if that is
+    /// nothing.
+    virtual NSRect visibleRect() const;
 
     // The tree
 
@@ -121,6 +130,10 @@ public:
     virtual void mouseEntered(NSEvent* event);
     virtual void mouseExited(NSEvent* event);
 
+    /// The menu that a press of the secondary button opens, at the place of `event`, which is such a press;
+    /// null, as here, to leave that to the superview.
+    virtual Ref<NSMenu> menuForEvent(NSEvent* event);
+
     /// Called when the view is no longer on the screen: hidden, taken away or its window closed.
     virtual void viewDidHide();
 
@@ -148,6 +161,22 @@ public:
     /// other; its answer, whether something was taken, is what the source learns. Here: true, and false.
     virtual bool prepareForDragOperation(NSDraggingInfo* drag);
     virtual bool performDragOperation(NSDraggingInfo* drag);
+
+    // Cursors: the pointer shows as an arrow, but for rectangles of the view that have another cursor.
+
+    struct CursorRect {
+        NSRect rect; // in the view's coordinates
+        Ref<NSCursor> cursor;
+    };
+
+    /// Adds the rectangles, with `addCursorRect_cursor`. Called before they are needed where they are out of
+    /// date: at first, after `NSWindow::invalidateCursorRectsForView`, and when any view has been placed,
+    /// shown, hidden, put into another or taken from it. The base class adds none.
+    virtual void resetCursorRects();
+    /// Nothing happens if the rectangle is empty or the cursor null. Where several overlap, the first counts.
+    void addCursorRect_cursor(NSRect rect, Ref<NSCursor> cursor);
+    /// Those that there are, brought up to date.
+    const std::vector<CursorRect>& cursorRects();
 
     // The keyboard
 
@@ -200,8 +229,10 @@ protected:
     void acceptsFirstResponderDidChange();
 
 private:
+    friend class NSPopover;
     friend class NSTableHeaderView;
     friend class NSTableView;
+    friend class NSTextField;
     friend class NSWindow;
     friend class ViewPeer;
 
@@ -240,6 +271,9 @@ private:
     void updateTrackingAreas(std::optional<NSPoint> pointer, bool inKeyWindow);
     /// Whether a drag comes to the view.
     bool takesDrag(const NSPasteboard& pasteboard) const;
+    void invalidateCursorRects();
+    /// Null for the arrow.
+    virtual Ref<NSCursor> cursorAtPoint(NSPoint point);
 
     NSRect _frame;
     NSRect _dirtyRect;
@@ -252,6 +286,8 @@ private:
     std::vector<Ref<NSTrackingArea>> _trackingAreas;
     std::vector<NSPasteboardType> _draggedTypes;
     NSDragOperation _answerToEntry = NSDragOperationNone; // of the last drag
+    std::vector<CursorRect> _cursorRects;
+    std::uint64_t _cursorRectsPlacing = 0; // of the views, that these are for; 0 if they are out of date
     CopyProperty<NSString> _toolTip;
     CopyProperty<NSString> _accessibilityLabel;
     Ref<CALayer> _layer;

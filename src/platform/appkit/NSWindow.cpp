@@ -109,3 +109,10 @@ bool NSWindow::isKeyWindow() const
 {
     return _peer->isActiveWindow();
 }
+
+void NSWindow::invalidateCursorRectsForView(NSView* view)
+{
+    if (view != nullptr) {
+        view->invalidateCursorRects();
+    }
+}

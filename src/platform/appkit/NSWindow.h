@@ -36,6 +36,9 @@ public:
     /// Whether the keyboard is directed to this window.
     bool isKeyWindow() const;
 
+    /// Has a view of the window asked for its cursor rectangles anew before they are needed next.
+    void invalidateCursorRectsForView(NSView* view);
+
 protected:
     ~NSWindow() override;
 

@@ -70,6 +70,7 @@ constexpr NSRect CGRectInset(NSRect rect, double dx, double dy)
 /// An edge of a rectangle, by its coordinates: that of least y is the lower one, or in a flipped view the
 /// upper one.
 enum class CGRectEdge { MinX = 0, MinY = 1, MaxX = 2, MaxY = 3 };
+using NSRectEdge = CGRectEdge;
 
 /// Cuts a rectangle in two: `slice` receives what lies within `amount` points of `edge`, `remainder` the
 /// rest. Either may be null. From all of the rectangle on, the remainder has no extent; below 0, and for NaN,
@@ -79,6 +80,12 @@ TESSALINE_EXPORT void CGRectDivide(NSRect rect, NSRect* slice, NSRect* remainder
 
 /// What both have in common; `NSZeroRect` if that has no area.
 TESSALINE_EXPORT NSRect NSIntersectionRect(NSRect a, NSRect b);
+
+/// Whether two rectangles have an area in common.
+inline bool NSIntersectsRect(NSRect a, NSRect b)
+{
+    return !NSIsEmptyRect(NSIntersectionRect(a, b));
+}
 
 /// The smallest rectangle that holds both; one without area counts for nothing.
 TESSALINE_EXPORT NSRect NSUnionRect(NSRect a, NSRect b);

@@ -1,6 +1,9 @@
 #include "platform/qt/ViewPeer.h"
 
+#include "platform/appkit/NSCursor.h"
 #include "platform/appkit/NSEvent.h"
+#include "platform/appkit/NSMenu.h"
+#include "platform/appkit/NSMenuItem.h"
 #include "platform/appkit/NSView.h"
 #include "platform/appkit/NSWindow.h"
 #include "platform/foundation/NSString.h"
@@ -12,12 +15,13 @@
 #include "platform/qt/PainterGraphicsContext.h"
 
 #include <QAbstractScrollArea>
+#include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QGraphicsDropShadowEffect>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPointer>
 #include <QTextDocument> // Qt::mightBeRichText
 #include <QTimer>
 
@@ -76,6 +80,50 @@ private:
 
     double _blurRadius;
 };
+
+Qt::CursorShape toQt(NSCursor::Shape shape)
+{
+    switch (shape) {
+    case NSCursor::Shape::IBeam:
+        return Qt::IBeamCursor;
+    case NSCursor::Shape::PointingHand:
+        return Qt::PointingHandCursor;
+    case NSCursor::Shape::Arrow:
+        break;
+    }
+    return Qt::ArrowCursor;
+}
+
+/// Shows a menu until an item is chosen or the user presses elsewhere, at the longest until `view` is gone.
+/// Returns at once.
+void popUp(const NSMenu& menu, QPoint place, QWidget& view)
+{
+    auto* const shown = new QMenu(&view);
+    shown->setAttribute(Qt::WA_DeleteOnClose);
+    for (const Ref<NSMenuItem>& item : menu.itemArray()) {
+        QAction* const line = shown->addAction(toQt(*item->title()).replace(u'&', QStringLiteral("&&")));
+        line->setEnabled(item->isEnabled());
+        QObject::connect(line, &QAction::triggered, line, [item] {
+            const EventInProgress progress; // the menu goes with the view, which the action may end
+            item->perform();
+        });
+    }
+    shown->popup(place);
+}
+
+NSEventType typeOf(const QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::MouseMove:
+        return NSEventType::LeftMouseDragged;
+    case QEvent::MouseButtonRelease:
+        return NSEventType::LeftMouseUp;
+    case QEvent::ContextMenu:
+        return NSEventType::RightMouseDown;
+    default:
+        return NSEventType::LeftMouseDown;
+    }
+}
 
 } // namespace
 
@@ -149,22 +197,49 @@ void ViewPeer::show(NSView* view)
     update();
 }
 
+void ViewPeer::embed(QWidget* widget)
+{
+    if (_embedded) {
+        destroyWidget(_embedded);
+    }
+    _embedded = widget;
+    if (widget == nullptr) {
+        return;
+    }
+    widget->setParent(this);
+    widget->installEventFilter(this);
+    for (QWidget* part : widget->findChildren<QWidget*>()) {
+        if (part->window() == window()) { // others, that open, are no part of the view
+            part->setMouseTracking(true);
+            part->installEventFilter(this);
+        }
+    }
+    setTabOrder(this, widget);
+    updateFocusPolicy();
+    widget->show();
+}
+
 void ViewPeer::handOn(NSEventType type)
 {
-    const QEvent::Type handled = _event != nullptr ? _event->type() : QEvent::None;
-    const bool press = handled == QEvent::MouseButtonPress || handled == QEvent::MouseButtonDblClick;
-    const bool drag = handled == QEvent::MouseMove;
-    const bool release = handled == QEvent::MouseButtonRelease;
-    if (!_handle ||
-        !((press && type == NSEventType::LeftMouseDown) || (drag && type == NSEventType::LeftMouseDragged) ||
-          (release && type == NSEventType::LeftMouseUp))) {
+    if (_event == nullptr || typeOf(*_event) != type) {
+        return;
+    }
+    if (_embedded) {
+        _handedOn = true;
+        if (type == NSEventType::LeftMouseDown) {
+            _embedded->setFocus(Qt::MouseFocusReason);
+        }
+        return;
+    }
+    const QEvent::Type handled = _event->type();
+    if (!_handle || handled == QEvent::ContextMenu) {
         return;
     }
     // To the toolkit only whole points are something, of which the one that the pointer is in counts. The
     // second of two quick presses is a press like any other: the first need not have been handed on.
     const auto& mouse = static_cast<const QMouseEvent&>(*_event);
     const QPointF place = placeOf(mouse);
-    QMouseEvent whole(press ? QEvent::MouseButtonPress : handled,
+    QMouseEvent whole(handled == QEvent::MouseButtonDblClick ? QEvent::MouseButtonPress : handled,
                       {std::floor(place.x()), std::floor(place.y())}, mouse.scenePosition(),
                       mouse.globalPosition(), mouse.button(), mouse.buttons(), mouse.modifiers(),
                       mouse.pointingDevice());
@@ -255,8 +330,13 @@ void ViewPeer::afterDrawing(const std::function<void()>& change)
 {
     if (drawingsInProgress == 0) {
         change();
-        return;
+    } else {
+        later(change);
     }
+}
+
+void ViewPeer::later(const std::function<void()>& change)
+{
     auto* timer = new QTimer(this);
     timer->setSingleShot(true);
     connect(timer, &QTimer::timeout, timer, &QObject::deleteLater);
@@ -267,9 +347,14 @@ void ViewPeer::afterDrawing(const std::function<void()>& change)
 void ViewPeer::updateFocusPolicy()
 {
     const bool accepts = _view->acceptsFirstResponder();
-    _outermost->setFocusPolicy(accepts ? Qt::StrongFocus : Qt::NoFocus);
-    if (!accepts && window()->focusWidget() == _outermost && !focusNextChild()) {
-        _outermost->clearFocus();
+    QWidget* const taker = _embedded ? _embedded.data() : _outermost;
+    // A press takes the keyboard to what is embedded only where it is handed on.
+    taker->setFocusPolicy(!accepts ? Qt::NoFocus : _embedded ? Qt::TabFocus : Qt::StrongFocus);
+    if (_embedded) {
+        _outermost->setFocusPolicy(Qt::NoFocus);
+    }
+    if (!accepts && window()->focusWidget() == taker && !focusNextChild()) {
+        taker->clearFocus();
     }
 }
 
@@ -279,6 +364,10 @@ void ViewPeer::announceChanges()
         if (const Ref<NSString> label = _view->accessibilityLabel()) {
             _outermost->setAccessibleName(toQt(*label));
         }
+    }
+    if (_embedded && _view != nullptr) {
+        const Ref<NSString> label = _view->accessibilityLabel();
+        _embedded->setAccessibleName(label ? toQt(*label) : QString());
     }
     if (QAccessible::isActive()) {
         // A factory of the host may have had its own idea of this widget.
@@ -417,6 +506,21 @@ void ViewPeer::pointerAt(std::optional<QPointF> position)
 {
     _pointer = position;
     updateTracking();
+    updateCursor();
+}
+
+void ViewPeer::updateCursor()
+{
+    if (_view == nullptr || !_pointer || _handle) { // over a viewport, the toolkit's
+        return;
+    }
+    const Ref<NSCursor> cursor = _view->cursorAtPoint(toView(*_pointer));
+    setCursor(cursor ? toQt(cursor->shape()) : Qt::ArrowCursor);
+}
+
+void ViewPeer::updateCursorLater()
+{
+    later([this] { updateCursor(); });
 }
 
 void ViewPeer::updateTracking()
@@ -454,6 +558,7 @@ void ViewPeer::mousePressEvent(QMouseEvent* event)
 {
     event->setAccepted(event->button() == Qt::LeftButton);
     if (_view != nullptr && event->isAccepted()) {
+        _view->cursorRects(); // some views find out there what can be pressed
         _view->mouseDown(eventAt(placeOf(*event), NSEventType::LeftMouseDown).get());
     }
 }
@@ -473,6 +578,73 @@ void ViewPeer::mouseReleaseEvent(QMouseEvent* event)
 void ViewPeer::mouseDoubleClickEvent(QMouseEvent* event)
 {
     mousePressEvent(event); // the second of two quick presses is a press like any other
+}
+
+void ViewPeer::contextMenuEvent(QContextMenuEvent* event)
+{
+    event->ignore(); // the peer of the superview is asked then
+    if (_view == nullptr) {
+        return;
+    }
+    _view->cursorRects();
+    const Ref<NSMenu> menu = _view->menuForEvent(
+        eventAt(mapFromGlobal(QPointF(event->globalPos())), NSEventType::RightMouseDown).get());
+    if (menu && _view != nullptr) {
+        popUp(*menu, event->globalPos(), *this);
+        event->accept();
+    }
+}
+
+bool ViewPeer::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* const part = static_cast<QWidget*>(watched);
+    switch (_view != nullptr ? event->type() : QEvent::None) {
+    case QEvent::Enter:
+        pointerAt(part->mapTo(this, static_cast<QEnterEvent*>(event)->position()));
+        return false;
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease: {
+        const auto& mouse = static_cast<const QMouseEvent&>(*event);
+        QMouseEvent here(mouse.type(), part->mapTo(this, mouse.position()), mouse.scenePosition(),
+                         mouse.globalPosition(), mouse.button(), mouse.buttons(), mouse.modifiers(),
+                         mouse.pointingDevice());
+        here.setTimestamp(mouse.timestamp());
+        return takeEmbedded(here) && (mouse.buttons() | mouse.button()).testFlag(Qt::LeftButton);
+    }
+    case QEvent::ContextMenu:
+        return takeEmbedded(*event);
+    default:
+        return false;
+    }
+}
+
+bool ViewPeer::takeEmbedded(QEvent& event)
+{
+    const EventInProgress progress;
+    const Ref<NSView> view(_view);
+    const QPointer<ViewPeer> self(this);
+    QEvent* const outer = std::exchange(_event, &event);
+    const bool outerHandedOn = std::exchange(_handedOn, false);
+    switch (event.type()) {
+    case QEvent::MouseMove:
+        mouseMoveEvent(static_cast<QMouseEvent*>(&event));
+        break;
+    case QEvent::MouseButtonRelease:
+        mouseReleaseEvent(static_cast<QMouseEvent*>(&event));
+        break;
+    case QEvent::ContextMenu:
+        contextMenuEvent(static_cast<QContextMenuEvent*>(&event));
+        break;
+    default:
+        mousePressEvent(static_cast<QMouseEvent*>(&event));
+    }
+    if (!self) {
+        return true;
+    }
+    _event = outer;
+    return !std::exchange(_handedOn, outerHandedOn) || !_embedded;
 }
 
 void ViewPeer::focusInEvent(QFocusEvent* event)
@@ -521,14 +693,14 @@ void ViewPeer::answer(QDropEvent& event, NSDragOperation operation)
 
 void ViewPeer::dragEnterEvent(QDragEnterEvent* event)
 {
-    event->ignore(); // one that is not accepted goes on to the parent
-    dragDidExit();   // had Qt not told of it
+    event->ignore();                     // one that is not accepted goes on to the parent
+    const QPointer<ViewPeer> self(this); // a host's window may go, and its widgets with it
+    dragDidExit();                       // had Qt not told of it
     const Ref<NSPasteboard> pasteboard = NSPasteboard::Native::ofDrag(*event->mimeData());
-    if (_view == nullptr || !_view->takesDrag(*pasteboard)) {
+    if (!self || _view == nullptr || !_view->takesDrag(*pasteboard)) {
         return;
     }
-    NSView* const view = _view;          // which `event` keeps alive, as below
-    const QPointer<ViewPeer> self(this); // a host's window may go, and its widgets with it
+    NSView* const view = _view; // which `event` keeps alive, as below
     _dragged = pasteboard;
     const NSDragOperation operation = view->draggingEntered(dragAt(*event).get());
     view->_answerToEntry = operation;

@@ -5,6 +5,7 @@
 #include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/Ref.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <functional>
@@ -17,6 +18,7 @@ class NSString;
 class NSView;
 class QAbstractScrollArea;
 class QDropEvent;
+class QContextMenuEvent;
 class QKeyEvent;
 class QSinglePointEvent;
 enum class NSEventType : unsigned long;
@@ -57,12 +59,20 @@ public:
     void show(NSView* view);
     using QWidget::show;
 
+    /// Has one of the toolkit's widgets, which belongs to this one from here on, do over a part of the view
+    /// (`place`) what it does by itself. What the pointer does there, the view hears first, and the toolkit
+    /// only if it is handed on; a press that is takes the keyboard there. Null to have none any more.
+    void embed(QWidget* widget);
+
     /// Has the toolkit do what it does by itself with the event of that type that is being handled, if one
-    /// is.
+    /// is; what is embedded gets it when the view is done with it.
     void handOn(NSEventType type);
 
     /// Borrowed; null once the view is gone.
     NSView* view() const { return _view; }
+
+    /// Gives the pointer the cursor that the view has for it, when the present event is done with.
+    void updateCursorLater();
 
     /// Called by the view's destructor: nothing reaches the view any more, and the widget is destroyed unless
     /// it is a viewport.
@@ -106,14 +116,18 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Makes a change when the present event is done with.
+    void later(const std::function<void()>& change);
     /// Makes a change to widgets, at once or, while a view draws, as soon as that is done.
     void afterDrawing(const std::function<void()>& change);
     NSPoint toView(QPointF position) const;
@@ -122,6 +136,9 @@ private:
     Ref<NSEvent> eventAt(QPointF position, NSEventType type) const;
     void pointerAt(std::optional<QPointF> position);
     void updateTracking();
+    void updateCursor();
+    /// Takes the pointer's event on what is embedded. Whether the toolkit does not get it.
+    bool takeEmbedded(QEvent& event);
     void drawFocusRing();
     /// The drag at its place in the view, of which note is taken.
     Ref<NSDraggingInfo> dragAt(const QDropEvent& event);
@@ -133,7 +150,9 @@ private:
     QWidget* _outermost = this;           // what the widget stands in, if it is a viewport
     bool _fixed = false;                  // whether that stays where it is
     std::function<void(QEvent*)> _handle; // empty unless this is a viewport
+    QPointer<QWidget> _embedded;          // null for none
     QEvent* _event = nullptr;             // that is being handled
+    bool _handedOn = false;               // whether what is embedded gets it
     QSize _placed;                        // the size that the view's frame asks for
     std::optional<QPointF> _pointer; // where the pointer is, in the widget's coordinates, if it is inside
     bool _reachedByKey = false;      // the way in which the focus came last

@@ -1,5 +1,7 @@
 #include "platform/appkit/NSApplication.h"
 
+#include "platform/appkit/NSCursor.h"
+
 #include "platform/foundation/NSNumber.h"
 #include "support/ActionTarget.h"
 #include "support/Drawing.h"
@@ -15,6 +17,13 @@
 
 namespace
 {
+
+TEST(NSApplicationTest, HasTheCursors)
+{
+    EXPECT_EQ(NSCursor::pointingHandCursor(), nullptr);
+    const Ref<NSApplication> application = NSApplication::sharedApplication();
+    EXPECT_NE(NSCursor::pointingHandCursor(), nullptr);
+}
 
 TEST(NSApplicationTest, CanBeFollowedByAnother)
 {

@@ -1,6 +1,7 @@
 #include "platform/appkit/NSView.h"
 
 #include "platform/appkit/NSApplication.h"
+#include "platform/appkit/NSCursor.h"
 #include "platform/appkit/NSEvent.h"
 #include "platform/appkit/NSTrackingArea.h"
 #include "platform/appkit/NSWindow.h"
@@ -85,6 +86,72 @@ TEST(NSViewTest, ConvertsPointsThroughFlippedAndUnflippedViews)
         EXPECT_EQ(inner->convertPoint_fromView(inWindow, nullptr), (NSPoint{1.0, 2.0}));
         EXPECT_EQ(outer->convertPoint_fromView({1.0, 2.0}, inner.get()), (NSPoint{4.0, 12.0}));
     }
+}
+
+TEST(NSViewTest, KnowsWhatTheViewsAroundLeaveVisible)
+{
+    const Ref<TestView> clip = view(false, 10.0, 10.0, 100.0, 50.0);
+    const Ref<TestView> page = view(true, -20.0, 0.0, 400.0, 320.0); // its lowest 50 points show
+    const Ref<TestView> item = view(false, 90.0, 290.0, 60.0, 25.0);
+    clip->addSubview(page);
+    page->addSubview(item);
+    EXPECT_EQ(page->visibleRect(), NSMakeRect(20.0, 270.0, 100.0, 50.0));
+    EXPECT_EQ(item->visibleRect(), NSMakeRect(0.0, 0.0, 30.0, 25.0));
+    EXPECT_EQ(item->convertRect_toView(NSMakeRect(1.0, 2.0, 3.0, 4.0), page.get()),
+              NSMakeRect(91.0, 309.0, 3.0, 4.0));
+    EXPECT_EQ(item->convertRect_fromView(NSMakeRect(91.0, 309.0, 3.0, 4.0), page.get()),
+              NSMakeRect(1.0, 2.0, 3.0, 4.0));
+    item->setFrame(NSMakeRect(130.0, 290.0, 60.0, 25.0));
+    EXPECT_TRUE(NSIsEmptyRect(item->visibleRect()));
+}
+
+TEST(NSViewTest, GivesThePointerTheCursorOfItsPlace)
+{
+    class CursorView final : public TestView
+    {
+    public:
+        CursorView() : TestView(true) {}
+        void resetCursorRects() override
+        {
+            ++resets;
+            addCursorRect_cursor(link, NSCursor::pointingHandCursor());
+            addCursorRect_cursor(NSMakeRect(0.0, 0.0, 100.0, 20.0), NSCursor::IBeamCursor());
+            addCursorRect_cursor(NSMakeRect(0.0, 0.0, 100.0, 0.0), NSCursor::IBeamCursor());
+            addCursorRect_cursor(NSMakeRect(0.0, 0.0, 100.0, 100.0), nullptr);
+        }
+        int resets = 0;
+        NSRect link = NSMakeRect(0.0, 0.0, 10.0, 10.0);
+    };
+    const Ref<TestView> content = view(false, 0.0, 0.0, 200.0, 100.0);
+    const auto window = make<NSWindow>();
+    window->initWithContentRect_styleMask(content->frame(), NSWindowStyleMaskTitled);
+    window->setContentView(content);
+    const auto shown = make<CursorView>();
+    shown->initWithFrame(NSMakeRect(50.0, 0.0, 100.0, 100.0));
+    content->addSubview(shown);
+    window->makeKeyAndOrderFront();
+    QWidget* const widget = shown->widget();
+    const auto cursorAt = [&](QPointF place) {
+        QMouseEvent move(QEvent::MouseMove, place, widget->mapTo(widget->window(), place),
+                         widget->mapToGlobal(place), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(widget, &move);
+        return widget->cursor().shape();
+    };
+    EXPECT_EQ(cursorAt({9.0, 9.0}), Qt::PointingHandCursor) << "the first counts";
+    EXPECT_EQ(cursorAt({10.0, 9.0}), Qt::IBeamCursor);
+    EXPECT_EQ(cursorAt({10.0, 20.0}), Qt::ArrowCursor);
+    EXPECT_EQ(shown->cursorRects().size(), 2U);
+    const int resets = shown->resets;
+    cursorAt({9.0, 9.0});
+    EXPECT_EQ(shown->resets, resets) << "as long as nothing has changed";
+    shown->link = NSMakeRect(90.0, 90.0, 10.0, 10.0);
+    window->invalidateCursorRectsForView(shown.get());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(widget->cursor().shape(), Qt::IBeamCursor) << "though the pointer has not moved";
+    content->setFrame(NSMakeRect(0.0, 0.0, 190.0, 100.0));
+    cursorAt({9.0, 9.0});
+    EXPECT_EQ(shown->resets, resets + 2) << "a view around it was placed anew";
+    window->invalidateCursorRectsForView(nullptr);
 }
 
 TEST(NSViewTest, PlacesWidgetsFromTheRightEdge)
