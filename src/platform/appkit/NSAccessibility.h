@@ -7,4 +7,5 @@ enum class NSAccessibilityRole {
     Button,
     CheckBox,
     ProgressIndicator,
+    StaticText,
 };

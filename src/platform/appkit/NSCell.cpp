@@ -138,19 +138,21 @@ Ref<NSString> NSCell::accessibilityLabel() const
 
 void NSCell::performCheckOfRow_inView(std::int64_t /*row*/, NSTableView* /*view*/) {}
 
-void NSCell::drawText_inFrame(const NSAttributedString& text, NSRect frame, const Ref<NSColor>& color)
+Ref<NSAttributedString> NSCell::text_inColor(Ref<NSAttributedString> text, Ref<NSColor> color) const
 {
-    const Ref<NSColor> own = color          ? color
-                             : !_enabled    ? NSColor::grayColor()
-                             : _highlighted ? NSColor::whiteColor()
-                                            : nullptr;
-    const Ref<NSAttributedString> line = text.truncatedToWidth(frame.size.width);
-    if (!own) {
-        line->drawInRect(frame);
-        return;
+    if (!color) {
+        color = !_enabled ? NSColor::grayColor() : _highlighted ? NSColor::whiteColor() : nullptr;
+    }
+    if (!color) {
+        return text;
     }
     const Ref<NSMutableAttributedString> colored =
-        make<NSMutableAttributedString>()->initWithAttributedString(line.get());
-    colored->addMissingAttribute({NSForegroundColorAttributeName, own});
-    colored->drawInRect(frame);
+        make<NSMutableAttributedString>()->initWithAttributedString(text.get());
+    colored->addMissingAttribute({NSForegroundColorAttributeName, std::move(color)});
+    return colored;
+}
+
+void NSCell::drawText_inFrame(const NSAttributedString& text, NSRect frame, const Ref<NSColor>& color)
+{
+    text_inColor(text.truncatedToWidth(frame.size.width), color)->drawInRect(frame);
 }

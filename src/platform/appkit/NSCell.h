@@ -96,9 +96,11 @@ protected:
     NSCell(const NSCell& other);
     ~NSCell() override;
 
-    /// Draws a text in one line from the top of `frame`, with an ellipsis where there is not enough room.
-    /// Where it has no colour of its own it is drawn in `color`, or if that is null in black, grey while the
-    /// cell is disabled, white while it is highlighted.
+    /// A text in `color` where it has none of its own, or if that is null in black, grey while the cell is
+    /// disabled, white while it is highlighted.
+    Ref<NSAttributedString> text_inColor(Ref<NSAttributedString> text, Ref<NSColor> color) const;
+    /// Draws a text in one line from the top of `frame`, with an ellipsis where there is not enough room,
+    /// in that colour.
     void drawText_inFrame(const NSAttributedString& text, NSRect frame, const Ref<NSColor>& color);
 
 private:

@@ -3,19 +3,27 @@
 #include "platform/foundation/ClassTable.h"
 #include "platform/foundation/NSAttributedString.h"
 #include "platform/foundation/NSString.h"
+#include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
 #include "platform/graphics/NSImage.h"
 
+#include <algorithm>
 #include <array>
 
 namespace
 {
 
-constexpr double kTextInset = 2.0;
+constexpr double kBezel = 3.0; // at each edge
+constexpr double kLineWidth = 1.0;
 
 constexpr std::array kProperties{
     property<&NSTextFieldCell::textColor, &NSTextFieldCell::setTextColor>("textColor"),
+    property<&NSTextFieldCell::isBezeled, &NSTextFieldCell::setBezeled>("bezeled"),
+    property<&NSTextFieldCell::drawsBackground, &NSTextFieldCell::setDrawsBackground>("drawsBackground"),
+    property<&NSTextFieldCell::backgroundColor, &NSTextFieldCell::setBackgroundColor>("backgroundColor"),
+    property<&NSTextFieldCell::wraps, &NSTextFieldCell::setWraps>("wraps"),
+    property<&NSTextFieldCell::isScrollable, &NSTextFieldCell::setScrollable>("scrollable"),
 };
 
 } // namespace
@@ -27,7 +35,7 @@ const ClassTable& NSTextFieldCell::classTable() const
     return table;
 }
 
-NSTextFieldCell::NSTextFieldCell() = default;
+NSTextFieldCell::NSTextFieldCell() : _backgroundColor(NSColor::whiteColor()) {}
 
 NSTextFieldCell::NSTextFieldCell(const NSTextFieldCell& other) = default;
 
@@ -48,7 +56,49 @@ void NSTextFieldCell::setTextColor(Ref<NSColor> color)
     _textColor = std::move(color);
 }
 
+Ref<NSColor> NSTextFieldCell::backgroundColor() const
+{
+    return _backgroundColor;
+}
+
+void NSTextFieldCell::setBackgroundColor(Ref<NSColor> color)
+{
+    _backgroundColor = std::move(color);
+}
+
+NSRect NSTextFieldCell::drawingRectForBounds(NSRect bounds) const
+{
+    if (!_bezeled) {
+        return bounds;
+    }
+    const NSRect inside = NSInsetRect(bounds, kBezel, kBezel);
+    return {inside.origin, {std::max(inside.size.width, 0.0), std::max(inside.size.height, 0.0)}};
+}
+
+void NSTextFieldCell::drawFaceWithFrame(NSRect frame) const
+{
+    if (_drawsBackground && _backgroundColor) {
+        _backgroundColor->setFill();
+        NSBezierPath::fillRect(frame);
+    }
+    if (_bezeled) {
+        NSColor::grayColor()->setStroke();
+        NSBezierPath::strokeRect(NSInsetRect(frame, kLineWidth * 0.5, kLineWidth * 0.5));
+    }
+}
+
+void NSTextFieldCell::drawWithFrame_inView(NSRect frame, NSView* view)
+{
+    drawFaceWithFrame(frame);
+    drawInteriorWithFrame_inView(frame, view);
+}
+
 void NSTextFieldCell::drawInteriorWithFrame_inView(NSRect frame, NSView* /*view*/)
 {
-    drawText_inFrame(*attributedStringValue(), NSInsetRect(frame, kTextInset, 0.0), _textColor);
+    const NSRect room = NSInsetRect(drawingRectForBounds(frame), kTextInset, 0.0);
+    if (_wraps && !_scrollable) {
+        text_inColor(attributedStringValue(), _textColor)->drawInRect(room);
+    } else {
+        drawText_inFrame(*attributedStringValue(), room, _textColor);
+    }
 }

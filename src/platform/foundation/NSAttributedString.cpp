@@ -5,6 +5,18 @@
 
 #include <algorithm>
 
+namespace
+{
+
+/// One for all: most texts get another one at once.
+const Ref<NSString>& emptyString()
+{
+    static const Ref<NSString> string = NSString::stringWithCharacters({});
+    return string;
+}
+
+} // namespace
+
 bool NSAttributes::operator==(const NSAttributes& other) const
 {
     return std::ranges::equal(_values, other._values, [](const auto& a, const auto& b) {
@@ -12,7 +24,7 @@ bool NSAttributes::operator==(const NSAttributes& other) const
     });
 }
 
-NSAttributedString::NSAttributedString() : _string(NSString::stringWithCharacters({})), _runs{Run{}} {}
+NSAttributedString::NSAttributedString() : _string(emptyString()), _runs(1) {}
 
 NSAttributedString::~NSAttributedString() = default;
 
@@ -27,7 +39,8 @@ NSAttributedString* NSAttributedString::initWithString_attributes(NSString* stri
     if (string != nullptr) {
         _string = string;
     }
-    _runs = {Run{{0, length()}, attributes}};
+    _runs.resize(1);
+    _runs.front() = {{0, length()}, attributes};
     return this;
 }
 
@@ -68,6 +81,54 @@ const NSAttributes& NSAttributedString::attributesAtIndex_effectiveRange(std::si
         *effectiveRange = found->range;
     }
     return found->attributes;
+}
+
+NSObject* NSAttributedString::attributeAt(std::size_t key, std::size_t index, NSRange* effectiveRange,
+                                          NSRange limit) const
+{
+    if (index >= length()) {
+        if (effectiveRange != nullptr) {
+            *effectiveRange = {NSNotFound, 0};
+        }
+        return nullptr;
+    }
+    const auto runAt =
+        std::ranges::upper_bound(_runs, index, {}, [](const Run& run) { return run.range.location; }) - 1;
+    NSObject* const value = runAt->attributes.valueAt(key);
+    const auto isSame = [&](const Run& run) {
+        const NSObject* const other = run.attributes.valueAt(key);
+        return other == value || (value != nullptr && value->isEqual(other));
+    };
+    if (effectiveRange != nullptr) {
+        auto first = runAt;
+        while (first != _runs.begin() && first->range.location > limit.location && isSame(first[-1])) {
+            --first;
+        }
+        auto last = runAt;
+        while (last + 1 != _runs.end() && NSMaxRange(last->range) < NSMaxRange(limit) && isSame(last[1])) {
+            ++last;
+        }
+        const std::size_t start = first->range.location;
+        *effectiveRange = NSIntersectionRange({start, NSMaxRange(last->range) - start}, limit);
+    }
+    return value;
+}
+
+void NSAttributedString::enumerateAttributesInRange_usingBlock(
+    NSRange range,
+    const std::function<void(const NSAttributes& attributes, NSRange range, bool& stop)>& block) const
+{
+    const std::vector<Run> runs = _runs;
+    bool stop = false;
+    for (const Run& run : runs) {
+        const NSRange part = NSIntersectionRange(run.range, range);
+        if (part.length > 0) {
+            block(run.attributes, part, stop);
+        }
+        if (stop) {
+            return;
+        }
+    }
 }
 
 Ref<NSAttributedString> NSAttributedString::copy() const
@@ -120,16 +181,27 @@ void NSMutableAttributedString::addAttribute_value_range(const NSAttributes::Ent
     if (inside != range) {
         diagnose("addAttribute", "the range goes beyond the text");
     }
+    change(inside, [&](NSAttributes& attributes) { attributes.set(attribute); });
+}
+
+void NSMutableAttributedString::setAttributes_range(const NSAttributes& attributes, NSRange range)
+{
+    change(NSIntersectionRange(range, {0, length()}), [&](NSAttributes& old) { old = attributes; });
+}
+
+void NSMutableAttributedString::change(NSRange range,
+                                       const std::function<void(NSAttributes& attributes)>& change)
+{
     if (length() == 0) {
-        _runs.front().attributes.set(attribute);
-    } else if (inside.length == 0) {
+        change(_runs.front().attributes);
+    } else if (range.length == 0) {
         return;
     } else {
-        divideRunsAt(NSMaxRange(inside));
-        const auto first = divideRunsAt(inside.location);
+        divideRunsAt(NSMaxRange(range));
+        const auto first = divideRunsAt(range.location);
         auto last = first;
-        for (; last != _runs.end() && last->range.location < NSMaxRange(inside); ++last) {
-            last->attributes.set(attribute);
+        for (; last != _runs.end() && last->range.location < NSMaxRange(range); ++last) {
+            change(last->attributes);
         }
         joinRuns(first == _runs.begin() ? first : first - 1, last == _runs.end() ? last : last + 1);
     }
@@ -160,7 +232,7 @@ void NSMutableAttributedString::joinRuns(std::vector<Run>::iterator first, std::
 
 void NSMutableAttributedString::setAttributedString(const NSAttributedString* other)
 {
-    _string = other == nullptr ? NSString::stringWithCharacters({}) : other->string();
+    _string = other == nullptr ? emptyString() : other->string();
     _runs = other == nullptr ? std::vector{Run{}} : other->runs();
     ++_changeCount;
 }

@@ -4,6 +4,7 @@
 #include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/NSRange.h"
 
+#include <functional>
 #include <vector>
 
 class NSString;
@@ -36,6 +37,22 @@ public:
     /// an empty text, those before it; beyond, none at all, with the range {NSNotFound, 0}.
     const NSAttributes& attributesAtIndex_effectiveRange(std::size_t index, NSRange* effectiveRange) const;
 
+    /// The value of one attribute at `index`, or null. `effectiveRange`, unless null, receives the stretch
+    /// around it over which that is the same, whatever the others are, as far as it is in `limit`. Behind the
+    /// end of the text null, with the range {NSNotFound, 0}.
+    template <class T>
+    T* attribute_atIndex_longestEffectiveRange_inRange(NSAttributeKey<T> key, std::size_t index,
+                                                       NSRange* effectiveRange, NSRange limit) const
+    {
+        return static_cast<T*>(attributeAt(key.index, index, effectiveRange, limit));
+    }
+
+    /// Calls `block` with the stretches in `range`, which is within the text, one after the other, until it
+    /// sets its last argument. It may change the text, of which it does not see that.
+    void enumerateAttributesInRange_usingBlock(
+        NSRange range,
+        const std::function<void(const NSAttributes& attributes, NSRange range, bool& stop)>& block) const;
+
     /// The text's stretches, one after the other; neighbours differ. An empty text has one empty run.
     const std::vector<Run>& runs() const { return _runs; }
 
@@ -63,6 +80,8 @@ public:
 protected:
     ~NSAttributedString() override;
 
+    NSObject* attributeAt(std::size_t key, std::size_t index, NSRange* effectiveRange, NSRange limit) const;
+
     Ref<NSString> _string; // never null
     std::vector<Run> _runs;
 };
@@ -83,6 +102,9 @@ public:
         addAttribute_value_range(NSAttributes::Entry(key, value), range);
     }
 
+    /// Gives all of `range`, as far as it is within the text, these attributes and no others.
+    void setAttributes_range(const NSAttributes& attributes, NSRange range);
+
     /// Sets one attribute where the text has none with that key.
     void addMissingAttribute(const NSAttributes::Entry& attribute);
 
@@ -95,6 +117,9 @@ public:
     Ref<NSAttributedString> copy() const override;
 
 private:
+    /// Changes the attributes of the units in `range`, which is within the text.
+    void change(NSRange range, const std::function<void(NSAttributes& attributes)>& change);
+
     /// The run that begins at `location`, dividing the one around it if need be.
     std::vector<Run>::iterator divideRunsAt(std::size_t location);
 

@@ -21,6 +21,8 @@ inline constexpr NSAttributeKey<NSColor> NSForegroundColorAttributeName{1};
 inline constexpr NSAttributeKey<NSNumber> NSUnderlineStyleAttributeName{2};
 /// A paragraph takes the style of its first character.
 inline constexpr NSAttributeKey<NSParagraphStyle> NSParagraphStyleAttributeName{3};
+/// What the text links to: an `NSURL`, or an `NSString` that holds one.
+inline constexpr NSAttributeKey<NSObject> NSLinkAttributeName{4};
 
 inline constexpr int NSUnderlineStyleNone = 0;
 inline constexpr int NSUnderlineStyleSingle = 1;
@@ -54,6 +56,9 @@ public:
         return static_cast<T*>(_values[key.index].get());
     }
 
+    /// The same by the key's index.
+    NSObject* valueAt(std::size_t index) const { return _values[index].get(); }
+
     /// Sets an attribute; null takes it away.
     void set(const Entry& entry) { _values[entry.index] = entry.value; }
     /// Sets an attribute unless there is one with that key.
@@ -68,6 +73,6 @@ public:
     bool operator==(const NSAttributes& other) const;
 
 private:
-    static constexpr std::size_t kKeys = 4;
+    static constexpr std::size_t kKeys = 5;
     std::array<Ref<NSObject>, kKeys> _values;
 };

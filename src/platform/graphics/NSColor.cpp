@@ -48,6 +48,12 @@ Ref<NSColor> NSColor::redColor()
     return color;
 }
 
+Ref<NSColor> NSColor::blueColor()
+{
+    static const Ref<NSColor> color = colorWithCalibratedRed_green_blue_alpha(0.0, 0.0, 1.0, 1.0);
+    return color;
+}
+
 Ref<NSColor> NSColor::alternateSelectedControlColor()
 {
     static const Ref<NSColor> color = colorWithSRGBRed_green_blue_alpha(0.25, 0.5, 0.85, 1.0);

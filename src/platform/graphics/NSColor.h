@@ -25,6 +25,7 @@ public:
     static Ref<NSColor> whiteColor();
     static Ref<NSColor> grayColor();
     static Ref<NSColor> redColor();
+    static Ref<NSColor> blueColor();
     /// Of the background of selected rows, in the list that has the keyboard and in others. Black and white
     /// text can both be read on them.
     static Ref<NSColor> alternateSelectedControlColor();

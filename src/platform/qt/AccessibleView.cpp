@@ -135,6 +135,8 @@ QAccessible::Role AccessibleView::role() const
         return QAccessible::CheckBox;
     case NSAccessibilityRole::ProgressIndicator:
         return QAccessible::ProgressBar;
+    case NSAccessibilityRole::StaticText:
+        return QAccessible::StaticText;
     case NSAccessibilityRole::Unknown:
         break;
     }

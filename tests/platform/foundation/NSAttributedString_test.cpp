@@ -67,4 +67,41 @@ TEST(NSAttributedStringTest, KeepsItsRuns)
     EXPECT_NEAR(string->size().height, 2.0 * height, 0.05) << "an empty text has a font";
 }
 
+TEST(NSAttributedStringTest, FindsHowFarAnAttributeStaysTheSame)
+{
+    const Ref<NSMutableAttributedString> string =
+        make<NSMutableAttributedString>()->initWithString(text("0123456789").get());
+    const NSRange all{0, 10};
+    for (const auto& [range, link] :
+         {std::pair(NSRange{2, 3}, "a"), {NSRange{5, 2}, "a"}, {NSRange{7, 1}, "b"}}) {
+        string->addAttribute_value_range(NSLinkAttributeName, Ref<NSObject>(text(link)), range);
+    }
+    string->addAttribute_value_range(NSForegroundColorAttributeName, grey(0.5), {3, 3});
+    const auto stretchAt = [&](std::size_t index, NSRange limit) {
+        NSRange range;
+        const auto* value = dynamic_cast<NSString*>(string->attribute_atIndex_longestEffectiveRange_inRange(
+            NSLinkAttributeName, index, &range, limit));
+        return (value != nullptr ? value->UTF8String() : "-") + std::to_string(range.location) + '+' +
+               std::to_string(range.length);
+    };
+    EXPECT_EQ(stretchAt(0, all), "-0+2");
+    EXPECT_EQ(stretchAt(4, all), "a2+5") << "whatever the colour, and in whichever object the link is";
+    EXPECT_EQ(stretchAt(4, {3, 3}), "a3+3");
+    EXPECT_EQ(stretchAt(7, all), "b7+1");
+    EXPECT_EQ(stretchAt(9, {9, 1}), "-9+1");
+    EXPECT_EQ(stretchAt(10, all), "-" + std::to_string(NSNotFound) + "+0");
+
+    std::string seen;
+    string->enumerateAttributesInRange_usingBlock(
+        {1, 6}, [&](const NSAttributes& attributes, NSRange range, bool& stop) {
+            seen += std::to_string(range.location) + '+' + std::to_string(range.length) + ' ';
+            string->setAttributedString(nullptr);
+            stop = attributes[NSLinkAttributeName] != nullptr &&
+                   attributes[NSForegroundColorAttributeName] != nullptr;
+        });
+    EXPECT_EQ(seen, "1+1 2+1 3+3 ");
+    string->setAttributes_range({{NSForegroundColorAttributeName, grey(0.25)}}, {0, 5});
+    EXPECT_EQ(colors(*string), "0+0:0.25 ") << "of an empty text";
+}
+
 } // namespace
