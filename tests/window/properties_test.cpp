@@ -13,9 +13,12 @@
 #include "window/ZuCenterTextFieldCell.h"
 #include "window/ZuCheckImageCell.h"
 #include "window/ZuCheckTableHeaderView.h"
+#include "window/ZuComboBox.h"
 #include "window/ZuFlippedView.h"
 #include "window/ZuImageCell.h"
 #include "window/ZuLine.h"
+#include "window/ZuMultiSelectComboBox.h"
+#include "window/ZuMultiSelectComboBoxData.h"
 #include "window/ZuOutlineImageCell.h"
 #include "window/ZuOutlineItem.h"
 #include "window/ZuOutlineView.h"
@@ -165,6 +168,17 @@ TEST_F(ControlTest, TakesPropertiesByNameAndItsFrame)
     EXPECT_TRUE(drops->setValue_forKey(item.get(), "delegate"));
     EXPECT_EQ(drops->delegate(), item);
 
+    const Ref<ZuComboBox> comboBox = made<ZuComboBox>();
+    expectSet<NSComboBox>(comboBox, "dataSource", &NSComboBox::dataSource, Ref<NSObject>(item));
+    EXPECT_TRUE(comboBox->setValue_forKey(NSNumber::numberWithInteger(0).get(), "usesDataSource"));
+    EXPECT_FALSE(comboBox->usesDataSource());
+
+    const Ref<ZuMultiSelectComboBoxData> choice = make<ZuMultiSelectComboBoxData>();
+    expectSet(choice, "isCheck", &ZuMultiSelectComboBoxData::isCheck);
+    expectSet(choice, "key", &ZuMultiSelectComboBoxData::key, text("a"));
+    expectSet(choice, "value", &ZuMultiSelectComboBoxData::value, text("A"));
+
+    EXPECT_EQ(made<ZuMultiSelectComboBox>()->classTable().name, "ZuMultiSelectComboBox");
     EXPECT_EQ(make<ZuCenterTextFieldCell>()->classTable().name, "ZuCenterTextFieldCell");
     EXPECT_EQ(make<ZuTableHeaderCell>()->classTable().name, "ZuTableHeaderCell");
     EXPECT_EQ(made<ZuFlippedView>()->classTable().name, "ZuFlippedView");

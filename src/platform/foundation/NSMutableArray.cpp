@@ -2,8 +2,8 @@
 
 #include "platform/foundation/Diagnostics.h"
 
-void reportIndexBehindEnd(std::size_t index, std::size_t count)
+void reportIndexBehindEnd(const char* operation, std::size_t index, std::size_t count)
 {
-    diagnose("objectAtIndex", "index " + std::to_string(index) + " is behind the end of " +
-                                  std::to_string(count) + " objects");
+    diagnose(operation, "index " + std::to_string(index) + " is behind the end of " + std::to_string(count) +
+                            " objects");
 }

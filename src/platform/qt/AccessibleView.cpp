@@ -4,6 +4,8 @@
 #include "platform/appkit/NSView.h"
 #include "platform/foundation/NSNumber.h"
 #include "platform/foundation/NSString.h"
+#include "platform/qt/AccessibleComboBox.h"
+#include "platform/qt/ComboBoxEditor.h"
 #include "platform/qt/Conversions.h"
 #include "platform/qt/ViewPeer.h"
 
@@ -27,6 +29,9 @@ void AccessibleView::install()
 
 QAccessibleInterface* AccessibleView::makeInterface(const QString& /*className*/, QObject* object)
 {
+    if (auto* comboBox = dynamic_cast<ComboBoxEditor*>(object)) {
+        return new AccessibleComboBox(*comboBox);
+    }
     auto* peer = dynamic_cast<ViewPeer*>(object);
     return peer != nullptr ? new AccessibleView(*peer) : nullptr;
 }
