@@ -17,11 +17,53 @@ namespace
 constexpr double kUnits = 64.0;          // of the shaper, to the font's
 constexpr qsizetype kLongestText = 1024; // fits on a line of the shaper in every size
 constexpr double kLongestLine = 1 << 20;
+constexpr QChar kSpace = u' ';
 
 /// A character to stand beside those that are learnt, so that the text is of its script.
 QChar filler(bool letters)
 {
     return letters ? u'x' : u'0';
+}
+
+/// Of characters up to U+00FF.
+bool isLetter(QChar character)
+{
+    static const auto kIsLetter = [] {
+        std::array<bool, 0x100> isLetter{};
+        for (std::size_t index = 0; index < isLetter.size(); ++index) {
+            isLetter[index] = QChar::script(static_cast<char32_t>(index)) == QChar::Script_Latin;
+        }
+        return isLetter;
+    }();
+    return kIsLetter[character.unicode()];
+}
+
+/// Whether there is no place for a line break within a word without spaces. Says no of all but what is usual
+/// in words.
+bool isUnbreakable(QStringView word)
+{
+    const auto isDigit = [](QChar character) { return character >= u'0' && character <= u'9'; };
+    const auto isOneOf = [](QStringView characters, QChar character) {
+        return characters.contains(character);
+    };
+    for (qsizetype index = 1; index < word.size(); ++index) {
+        const QChar before = word[index - 1];
+        const QChar after = word[index];
+        const bool behindWord = isLetter(before) || isDigit(before);
+        bool whole = isOneOf(u"'\"([", before);
+        if (isLetter(after)) {
+            whole = whole || behindWord || isOneOf(u".,:;", before);
+        } else if (isDigit(after)) { // numbers go on behind a separator, but do not begin there
+            const bool inNumber = index > 1 && isDigit(word[index - 2]) && isOneOf(u".,:", before);
+            whole = whole || behindWord || inNumber;
+        } else {
+            whole = whole || isOneOf(u".,:;!?'\")]", after) || (behindWord && isOneOf(u"([", after));
+        }
+        if (!whole) {
+            return false;
+        }
+    }
+    return !word.isEmpty();
 }
 
 int unitsOf(double length)
@@ -62,15 +104,8 @@ private:
 
 } // namespace
 
-std::optional<PairShaper::Line> PairShaper::lineOf(QStringView text, const QFont& font)
+std::optional<PairShaper::Text> PairShaper::textOf(QStringView text, const QFont& font)
 {
-    static const auto kIsLetter = [] {
-        std::array<bool, kCharacters> isLetter{};
-        for (std::size_t index = 0; index < kCharacters; ++index) {
-            isLetter[index] = QChar::script(static_cast<char32_t>(kFirst + index)) == QChar::Script_Latin;
-        }
-        return isLetter;
-    }();
     if (text.isEmpty() || text.size() > kLongestText) {
         return std::nullopt;
     }
@@ -79,9 +114,9 @@ std::optional<PairShaper::Line> PairShaper::lineOf(QStringView text, const QFont
         if (character < kFirst || character > kLast) {
             return std::nullopt;
         }
-        letters = letters || kIsLetter[indexOf(character)];
+        letters = letters || isLetter(character);
     }
-    return ofApplication<PairShapers>().shaperFor(font, letters).line(text);
+    return ofApplication<PairShapers>().shaperFor(font, letters).text(text);
 }
 
 PairShaper::PairShaper(const QFont& font, bool letters)
@@ -96,13 +131,11 @@ PairShaper::PairShaper(const QFont& font, bool letters)
     }
 }
 
-std::optional<PairShaper::Line> PairShaper::line(QStringView text)
+std::optional<PairShaper::Text> PairShaper::text(QStringView text)
 {
-    QList<quint32> glyphs(text.size());
-    QList<QPointF> places(text.size());
-    quint32* glyph = glyphs.data();
-    QPointF* place = places.data();
-    int x = 0;
+    Text result(*this, text);
+    result._places.reserve(text.size() + 1);
+    int place = 0;
     Ways* last = nullptr;
     for (const QChar character : text) {
         const std::size_t index = indexOf(character);
@@ -111,10 +144,9 @@ std::optional<PairShaper::Line> PairShaper::line(QStringView text)
             if (way == kNotPlain) {
                 return std::nullopt;
             }
-            x += way;
+            place += way;
         }
-        *glyph++ = _glyphs[index];
-        *place++ = {x / kUnits, _model.ascent};
+        result._places.append(place);
         if (_ways[index] == nullptr) {
             _ways[index] = newWays(character);
         }
@@ -123,14 +155,85 @@ std::optional<PairShaper::Line> PairShaper::line(QStringView text)
     if (last->toEnd == kNotPlain) {
         return std::nullopt;
     }
-    Line line = _model;
-    line.width = (x + last->toNaturalEnd) / kUnits;
+    result._places.append(place + last->toEnd);
+    return result;
+}
+
+int PairShaper::overhangOf(QChar last) const
+{
+    const Ways& ways = *_ways[indexOf(last)];
+    return ways.toNaturalEnd - ways.toEnd;
+}
+
+double PairShaper::Text::width() const
+{
+    return (_places.back() + _shaper.overhangOf(_text.back())) / kUnits;
+}
+
+PairShaper::Line PairShaper::Text::line() const
+{
+    return line(0, _text.size());
+}
+
+PairShaper::Line PairShaper::Text::line(qsizetype from, qsizetype to) const
+{
+    const bool last = to == _text.size();
+    qsizetype end = to;
+    while (!last && _text[end - 1] == kSpace) {
+        --end;
+    }
+    QList<quint32> glyphs;
+    QList<QPointF> places;
+    glyphs.reserve(end - from);
+    places.reserve(end - from);
+    for (qsizetype index = from; index < end; ++index) {
+        if (_text[index] != kSpace) {
+            glyphs.append(_shaper._glyphs[indexOf(_text[index])]);
+            places.append({(_places[index] - _places[from]) / kUnits, _shaper._model.ascent});
+        }
+    }
+    Line line = _shaper._model;
+    line.length = to - from;
+    const int width = _places[end] - _places[from];
+    // Before a space nothing hangs over.
+    line.width = (width + (last ? _shaper.overhangOf(_text[end - 1]) : 0)) / kUnits;
     QRectF bounds = line.glyphs.boundingRect();
-    bounds.setWidth((x + last->toEnd) / kUnits);
+    bounds.setWidth(width / kUnits);
     line.glyphs.setBoundingRect(bounds);
     line.glyphs.setGlyphIndexes(glyphs);
     line.glyphs.setPositions(places);
     return line;
+}
+
+PairShaper::Lines PairShaper::Text::linesOfWidth(double width) const
+{
+    const int widest = static_cast<int>(std::min(width, kLongestLine) * kUnits); // cut off, as by the shaper
+    if (_text.back() == kSpace) {
+        return {};
+    }
+    Lines lines;
+    qsizetype start = 0; // of the line
+    for (qsizetype word = 0; word < _text.size();) {
+        const qsizetype found = _text.indexOf(kSpace, word);
+        const qsizetype end = found < 0 ? _text.size() : found;
+        if (!isUnbreakable(_text.sliced(word, end - word))) {
+            return {};
+        }
+        // Too wide with a last character that is not plain at an end, and so the shaper's.
+        if (_places[end] - _places[start] + _shaper.overhangOf(_text[end - 1]) <= widest) {
+            word = end;
+            while (word < _text.size() && _text[word] == kSpace) {
+                ++word;
+            }
+        } else if (start < word) {
+            lines.push_back(line(start, word));
+            start = word;
+        } else {
+            return {};
+        }
+    }
+    lines.push_back(line(start, _text.size()));
+    return lines;
 }
 
 std::unique_ptr<PairShaper::Ways> PairShaper::newWays(QChar from) const
@@ -166,7 +269,7 @@ PairShaper::Line PairShaper::shape(const QString& text) const
     QTextLine line = layout.createLine();
     line.setLineWidth(kLongestLine);
     layout.endLayout();
-    return {line.glyphRuns().value(0), line.naturalTextWidth(), line.ascent(), line.descent()};
+    return {text.size(), line.glyphRuns().value(0), line.naturalTextWidth(), line.ascent(), line.descent()};
 }
 
 bool PairShaper::isPlain(const QString& text, const QGlyphRun& glyphs) const

@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QGlyphRun>
 #include <QString>
+#include <QVarLengthArray>
 
 #include <array>
 #include <memory>
@@ -18,16 +19,42 @@ class PairShaper
 public:
     /// In units of the font.
     struct Line {
-        QGlyphRun glyphs; // of a line that begins at 0, 0
+        qsizetype length; // of the text that is on it, with the spaces behind
+        QGlyphRun glyphs; // of a line that begins at 0, 0; spaces have none
         double width;     // the shaper's natural one
         double ascent;
         double descent;
     };
 
-    /// A text without line ends, on one line. Nothing where only the shaper can tell: if the text is empty or
-    /// long, ends with a space, or has characters that are not plain: those beyond U+00FF, those that the
-    /// font lacks, and those that it sets by more than their neighbours, or together with these.
-    static std::optional<Line> lineOf(QStringView text, const QFont& font);
+    using Lines = QVarLengthArray<Line, 2>;
+
+    /// Where the characters of a text are on one line. Borrows the text and what is known of the font: for
+    /// the call.
+    class Text
+    {
+    public:
+        double width() const; // of the line
+        Line line() const;
+        /// The lines that the shaper wraps it into. None where only the shaper can tell: if a word is wider
+        /// or could be broken, and if there are spaces at an end.
+        Lines linesOfWidth(double width) const;
+
+    private:
+        friend PairShaper;
+        Text(const PairShaper& shaper, QStringView text) : _shaper(shaper), _text(text) {}
+
+        /// From a word to before another one, or to the end of the text.
+        Line line(qsizetype from, qsizetype to) const;
+
+        const PairShaper& _shaper;
+        QStringView _text;
+        QVarLengthArray<int, 256> _places; // of the characters, and of the end
+    };
+
+    /// A text without line ends. Nothing where only the shaper can tell: if the text is empty or long, ends
+    /// with a space, or has characters that are not plain: those beyond U+00FF, those that the font lacks,
+    /// and those that it sets by more than their neighbours, or together with these.
+    static std::optional<Text> textOf(QStringView text, const QFont& font);
 
     /// For texts in `font` that have letters in them, or for those that have none: to the shaper they are in
     /// different scripts.
@@ -52,7 +79,9 @@ private:
 
     static std::size_t indexOf(QChar character) { return character.unicode() - kFirst; }
 
-    std::optional<Line> line(QStringView text);
+    std::optional<Text> text(QStringView text);
+    /// By how much the line is wider that ends with a glyph than the glyphs are.
+    int overhangOf(QChar last) const;
     std::unique_ptr<Ways> newWays(QChar from) const;
     int learnWay(Ways& ways, QChar to) const;
     /// A text as the shaper sets it on one line. If that takes several fonts, the glyphs of the first.

@@ -9,7 +9,6 @@
 #include "platform/qt/Conversions.h"
 #include "platform/qt/Native.h"
 #include "platform/qt/OfApplication.h"
-#include "platform/qt/PairShaper.h"
 
 #include <QCache>
 #include <QPainter>
@@ -233,7 +232,8 @@ std::shared_ptr<const TextLayout> TextLayout::of(const NSAttributedString& text,
 }
 
 TextLayout::TextLayout(Ref<NSString> text, Runs runs, double width)
-    : _string(std::move(text)), _text(borrowed(*_string)), _runs(std::move(runs)), _scale(commonScale(_runs))
+    : _string(std::move(text)), _text(borrowed(*_string)), _runs(std::move(runs)), _width(width),
+      _scale(commonScale(_runs))
 {
     qsizetype start = 0;
     for (qsizetype index = 0; index < _text.size();) {
@@ -243,11 +243,11 @@ TextLayout::TextLayout(Ref<NSString> text, Runs runs, double width)
             continue;
         }
         addParagraph({static_cast<std::size_t>(start), static_cast<std::size_t>(index - start)},
-                     static_cast<std::size_t>(lineEnd), width);
+                     static_cast<std::size_t>(lineEnd));
         start = index += lineEnd;
     }
-    addParagraph({static_cast<std::size_t>(start), static_cast<std::size_t>(_text.size() - start)}, 0, width);
-    align(width);
+    addParagraph({static_cast<std::size_t>(start), static_cast<std::size_t>(_text.size() - start)}, 0);
+    align();
 }
 
 TextLayout::~TextLayout() = default;
@@ -284,12 +284,23 @@ std::unique_ptr<QTextLayout> TextLayout::newShaper(NSRange characters) const
 QTextLayout& TextLayout::shaperOf(const Paragraph& paragraph) const
 {
     if (paragraph.shaper == nullptr) {
-        const Line& line = _lines[paragraph.firstLine];
+        const int lineCount = lineCountOf(paragraph);
         paragraph.shaper = newShaper(paragraph.characters);
-        breakLines(*paragraph.shaper, kLongestLine);
-        paragraph.shaper->lineAt(0).setPosition(placeOf(line));
+        QTextLayout& shaper = *paragraph.shaper;
+        breakLines(shaper, lineCount == 1 ? kLongestLine : _width / _scale);
+        // With other fonts now than when the text was laid out, there may be another number of lines.
+        for (int index = 0; index < std::min(lineCount, shaper.lineCount()); ++index) {
+            shaper.lineAt(index).setPosition(placeOf(_lines[paragraph.firstLine + index]));
+        }
     }
     return *paragraph.shaper;
+}
+
+int TextLayout::lineCountOf(const Paragraph& paragraph) const
+{
+    const Paragraph* next = &paragraph + 1;
+    const qsizetype behind = next == _paragraphs.end() ? _lines.size() : next->firstLine;
+    return static_cast<int>(behind - paragraph.firstLine);
 }
 
 QPointF TextLayout::placeOf(const Line& line) const
@@ -316,39 +327,61 @@ void TextLayout::addLine(NSRange characters, double ascent, double descent, doub
     _size.height = _lines.back().bottom();
 }
 
-void TextLayout::addParagraph(NSRange characters, std::size_t lineEnd, double width)
+void TextLayout::addPlainLines(const PairShaper::Lines& lines, NSRange characters, std::size_t lineEnd)
+{
+    _paragraphs.emplace_back(Paragraph{characters, _lines.size(), nullptr});
+    for (const PairShaper::Line& line : lines) {
+        const bool last = &line == &lines.back();
+        const auto length = static_cast<std::size_t>(line.length);
+        addLine({characters.location, length + (last ? lineEnd : 0)}, line.ascent, line.descent, line.width);
+        _lines.back().glyphs.append(line.glyphs);
+        characters.location += length;
+    }
+}
+
+void TextLayout::addParagraph(NSRange characters, std::size_t lineEnd)
 {
     const Run& run = runAt(_runs, characters.location);
     const bool oneRun = isInOneRun(characters);
-    Paragraph& paragraph = _paragraphs.emplace_back(Paragraph{characters, _lines.size(), nullptr});
-    std::optional<PairShaper::Line> plain;
-    if (oneRun) {
-        plain = PairShaper::lineOf(QStringView(_text).sliced(static_cast<qsizetype>(characters.location),
-                                                             static_cast<qsizetype>(characters.length)),
-                                   fontInScale(run, _scale));
-    }
-    if (plain && plain->width * _scale <= width + kRounding) {
-        addLine({characters.location, characters.length + lineEnd}, plain->ascent, plain->descent,
-                plain->width);
-        _lines.back().glyphs.append(plain->glyphs);
-        return;
+    const std::optional<PairShaper::Text> plain =
+        oneRun ? PairShaper::textOf(QStringView(_text).sliced(static_cast<qsizetype>(characters.location),
+                                                              static_cast<qsizetype>(characters.length)),
+                                    fontInScale(run, _scale))
+               : std::nullopt;
+    if (plain) {
+        const bool fits = plain->width() * _scale <= _width + kRounding;
+        const bool justified = run.alignment == NSTextAlignment::Justified;
+        const PairShaper::Lines lines = fits         ? PairShaper::Lines{plain->line()}
+                                        : !justified ? plain->linesOfWidth(_width / _scale)
+                                                     : PairShaper::Lines();
+        if (!lines.empty()) {
+            addPlainLines(lines, characters, lineEnd);
+            _isUnbroken = _isUnbroken && fits;
+            return;
+        }
     }
 
+    Paragraph& paragraph = _paragraphs.emplace_back(Paragraph{characters, _lines.size(), nullptr});
     paragraph.shaper = newShaper(characters);
     QTextLayout& shaper = *paragraph.shaper;
     // Unbroken first: a width that was measured for the text must not break it by a rounding. It also
     // tells how high the fonts are that stand in for characters which the font lacks. With that height
     // for all lines of a paragraph in one font, a wider paragraph is never higher. Of plain text all that is
     // known.
-    Extent extent =
-        plain ? Extent{plain->width, plain->ascent, plain->descent} : breakLines(shaper, kLongestLine);
-    if (extent.width * _scale > width + kRounding) {
+    Extent extent;
+    if (plain) {
+        const PairShaper::Line line = plain->line();
+        extent = {line.width, line.ascent, line.descent};
+    } else {
+        extent = breakLines(shaper, kLongestLine);
+    }
+    if (extent.width * _scale > _width + kRounding) {
         if (run.alignment == NSTextAlignment::Justified && !shaper.text().isRightToLeft()) {
             QTextOption option = shaper.textOption();
             option.setAlignment(Qt::AlignJustify);
             shaper.setTextOption(option);
         }
-        const Extent broken = breakLines(shaper, width / _scale);
+        const Extent broken = breakLines(shaper, _width / _scale);
         extent.ascent = std::max(extent.ascent, broken.ascent);
         extent.descent = std::max(extent.descent, broken.descent);
         _isUnbroken = false;
@@ -365,12 +398,12 @@ void TextLayout::addParagraph(NSRange characters, std::size_t lineEnd, double wi
     }
 }
 
-void TextLayout::align(double width)
+void TextLayout::align()
 {
-    const double room = width >= kUnlimited ? _size.width : width;
+    const double room = _width >= kUnlimited ? _size.width : _width;
     for (const Paragraph& paragraph : _paragraphs) {
         QTextLayout* shaper = paragraph.shaper.get();
-        const int lineCount = shaper == nullptr ? 1 : shaper->lineCount();
+        const int lineCount = lineCountOf(paragraph);
         const bool justified = shaper != nullptr && shaper->textOption().alignment() == Qt::AlignJustify;
         const bool rightToLeft = shaper != nullptr && shaper->text().isRightToLeft();
         const NSTextAlignment alignment = runAt(_runs, paragraph.characters.location).alignment;
@@ -428,7 +461,8 @@ QTextLine TextLayout::lineInParagraph(const Line& line) const
 {
     const Paragraph& paragraph = paragraphOf(line);
     const qsizetype index = &line - _lines.data() - paragraph.firstLine;
-    return shaperOf(paragraph).lineAt(static_cast<int>(index));
+    const QTextLayout& shaper = shaperOf(paragraph);
+    return shaper.lineAt(std::min(static_cast<int>(index), shaper.lineCount() - 1));
 }
 
 QList<QGlyphRun> TextLayout::glyphsOf(const Line& line, NSRange characters) const

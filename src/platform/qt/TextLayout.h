@@ -5,6 +5,7 @@
 #include "platform/foundation/NSGeometry.h"
 #include "platform/foundation/NSRange.h"
 #include "platform/foundation/Ref.h"
+#include "platform/qt/PairShaper.h"
 
 #include <QFont>
 #include <QGlyphRun>
@@ -86,16 +87,18 @@ private:
     struct Paragraph {
         NSRange characters; // without the line end
         qsizetype firstLine;
-        mutable std::unique_ptr<QTextLayout> shaper; // null where one plain line has not needed it yet
+        mutable std::unique_ptr<QTextLayout> shaper; // null where a plain text has not needed it yet
     };
 
-    void addParagraph(NSRange characters, std::size_t lineEnd, double width);
+    void addParagraph(NSRange characters, std::size_t lineEnd);
+    void addPlainLines(const PairShaper::Lines& lines, NSRange characters, std::size_t lineEnd);
     void addLine(NSRange characters, double ascent, double descent, double width);
-    void align(double width);
+    void align();
     bool isInOneRun(NSRange characters) const;
     /// Of a paragraph, without its lines.
     std::unique_ptr<QTextLayout> newShaper(NSRange characters) const;
     QTextLayout& shaperOf(const Paragraph& paragraph) const;
+    int lineCountOf(const Paragraph& paragraph) const;
     /// Of a plain line, in the shaper's units.
     QPointF placeOf(const Line& line) const;
     const Paragraph& paragraphOf(const Line& line) const;
@@ -111,6 +114,7 @@ private:
     Runs _runs;
     QVarLengthArray<Paragraph, 1> _paragraphs;
     QVarLengthArray<Line, 1> _lines;
+    double _width;
     double _scale; // from the shaper's units to points
     NSSize _size;
     bool _isFlushLeft = true; // in every width

@@ -23,6 +23,8 @@ namespace
 
 constexpr double kRounding = 1.0 / 16.0; // of the shaper, over some glyphs
 constexpr double kUnlimited = 1e30;
+constexpr double kRoom = 500.0; // for a short text
+constexpr std::array kFonts{"Arial", "Arial Bold", "Arial Italic", "No Such Family"};
 constexpr const char* kHebrew = "\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"; // four letters
 
 double widthOf(const char* string)
@@ -342,35 +344,45 @@ QByteArray fontWithRules()
     return head + content;
 }
 
-/// Plain texts are set from what is known of pairs of characters, others, such as those of several lines, by
-/// the shaper: expects that a text comes out the same by itself and behind a line end within its paragraph.
-void expectPairsLikeShaper(const QString& string, const Ref<NSFont>& font, NSTextAlignment alignment)
+/// Plain texts are set and wrapped from what is known of pairs of characters, others, such as those with a
+/// line separator, by the shaper: expects that a text comes out the same by itself and behind a separator.
+void expectPairsLikeShaper(const QString& string, const Ref<NSFont>& font, NSTextAlignment alignment,
+                           double width)
 {
     SCOPED_TRACE(utf8(font->fontName()) + ' ' + std::to_string(font->pointSize()) + " '" +
-                 string.toStdString() + "'");
-    constexpr double kWidth = 500.0;
+                 string.toStdString() + "' in " + std::to_string(width));
+    constexpr double kPartsOfPixel = 1024.0;
     struct Setting {
-        NSRect used;
+        std::vector<NSRange> lines;
         std::vector<NSRect> rects;
         std::vector<QImage> pictures;
     };
     const auto settingOf = [&](const QString& before) {
-        const TextSystem system((before + string).toUtf8().constData(), kWidth);
+        const TextSystem system((before + string).toUtf8().constData(), width);
         system.set({NSFontAttributeName, font}, system.all());
         system.align(alignment, system.all());
         const auto start = static_cast<std::size_t>(before.size());
         const NSRange shown{start, system.storage->length() - start};
         Setting setting;
-        setting.used = system.layout->lineFragmentUsedRectForGlyphAtIndex_effectiveRange(start, nullptr);
-        const double top = setting.used.origin.y;
-        setting.used.origin.y = 0.0;
+        std::size_t behind = start; // the lines so far
+        do {
+            NSRange line;
+            setting.rects.push_back(
+                system.layout->lineFragmentUsedRectForGlyphAtIndex_effectiveRange(behind, &line));
+            setting.lines.push_back({line.location - start, line.length});
+            const NSPoint behindIt{width, middleOf(setting.rects.back()).y};
+            setting.lines.push_back({system.at(behindIt) - start, 0});
+            behind = NSMaxRange(line);
+        } while (behind < system.storage->length());
+        const double top = setting.rects.front().origin.y;
         for (const NSRange range : {shown, NSRange{start, 1}, NSRange{start + 1, 2}}) {
-            const Ref<Canvas> canvas = make<Canvas>(NSSize{kWidth, 30.0}, true, [&] {
+            const Ref<Canvas> canvas = make<Canvas>(NSSize{width, 60.0}, true, [&] {
                 system.layout->drawGlyphsForGlyphRange_atPoint(range, {0.0, 4.0 - top});
             });
             setting.pictures.push_back(pixelsOf(*canvas->imageOfBounds(2.0)));
         }
-        setting.rects = system.rects(shown);
+        const std::vector<NSRect> all = system.rects(shown);
+        setting.rects.insert(setting.rects.end(), all.begin(), all.end());
         for (std::size_t index = start; index < system.storage->length(); ++index) {
             for (const NSRect& rect : system.rects({index, 1})) {
                 EXPECT_EQ(system.at(middleOf(rect)), index);
@@ -378,20 +390,19 @@ void expectPairsLikeShaper(const QString& string, const Ref<NSFont>& font, NSTex
             }
         }
         for (NSRect& rect : setting.rects) {
-            rect.origin.y -= top;
+            rect.origin.y = std::round((rect.origin.y - top) * kPartsOfPixel) / kPartsOfPixel;
         }
         return setting;
     };
     const Setting pairs = settingOf(QString());
     const Setting shaper = settingOf(QChar(QChar::LineSeparator));
-    EXPECT_EQ(pairs.used, shaper.used);
+    EXPECT_EQ(pairs.lines, shaper.lines);
     EXPECT_EQ(pairs.rects, shaper.rects);
     EXPECT_EQ(pairs.pictures, shaper.pictures);
 }
 
 TEST(NSLayoutManagerTest, SetsPlainTextFromPairsAsTheShaperDoes)
 {
-    constexpr std::array kFonts{"Arial", "Arial Bold", "Arial Italic", "No Such Family"};
     constexpr std::array kAlignments{NSTextAlignment::Natural, NSTextAlignment::Center,
                                      NSTextAlignment::Right};
     constexpr std::array kPieces{"AV", "To", "11", "fi", "ffl", "P.", "  ", "- "};
@@ -409,7 +420,38 @@ TEST(NSLayoutManagerTest, SetsPlainTextFromPairsAsTheShaperDoes)
         const double size = 8.0 + static_cast<double>(random() % 16U) / 2.0;
         const Ref<NSFont> font = NSFont::fontWithName_size(kFonts.at(random() % kFonts.size()), size);
         const NSTextAlignment alignment = kAlignments.at(random() % kAlignments.size());
-        expectPairsLikeShaper(string, font, alignment);
+        expectPairsLikeShaper(string, font, alignment, kRoom);
+    }
+}
+
+TEST(NSLayoutManagerTest, WrapsPlainTextFromPairsAsTheShaperDoes)
+{
+    constexpr std::array kAlignments{NSTextAlignment::Natural, NSTextAlignment::Center,
+                                     NSTextAlignment::Right, NSTextAlignment::Justified};
+    constexpr std::u16string_view kUsual = u"AVTfWPaefilrty 1147.,'(";
+    constexpr std::array kNumbers{"8:30", "1!1111", "ae.1111", "1,111.11"}; // some can be broken
+    std::mt19937 random(1); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same texts every time
+    for (int count = 0; count < 300; ++count) {
+        QString string;
+        const bool letters = random() % 5U != 0;
+        const auto unusual = 6U + random() % 200U; // one in so many characters
+        for (auto words = 2U + random() % 12U; words > 0; --words) {
+            for (auto length = 1U + random() % 8U; length > 0; --length) {
+                const bool usual = random() % unusual != 0;
+                const auto any = static_cast<char16_t>(0x20U + random() % (letters ? 0xE0U : 0x21U));
+                string += usual && letters ? QChar(kUsual[random() % kUsual.size()]) : usual ? u'1' : any;
+            }
+            if (random() % 4U == 0) {
+                string += QLatin1String(kNumbers.at(random() % kNumbers.size()));
+            }
+            string += random() % 6U != 0 ? u" " : u"  ";
+        }
+        string += random() % 8U != 0 ? u"." : u"";
+        const double size = 8.0 + static_cast<double>(random() % 16U) / 2.0;
+        const Ref<NSFont> font = NSFont::fontWithName_size(kFonts.at(random() % kFonts.size()), size);
+        const NSTextAlignment alignment = kAlignments.at(random() % kAlignments.size());
+        const double width = 30.0 + static_cast<double>(random() % 4000U) / 16.0;
+        expectPairsLikeShaper(string, font, alignment, width);
     }
 }
 
@@ -420,7 +462,7 @@ TEST(NSLayoutManagerTest, LeavesToTheShaperWhatFontsHaveRulesFor)
     ASSERT_EQ(text("x89")->sizeWithAttributes({{NSFontAttributeName, font}}),
               text("xO")->sizeWithAttributes({{NSFontAttributeName, font}}));
     for (const char* string : {"x89", "89", "x123", "123", "x456", "456", "4x56", "12 x34 98"}) {
-        expectPairsLikeShaper(string, font, NSTextAlignment::Natural);
+        expectPairsLikeShaper(string, font, NSTextAlignment::Natural, kRoom);
     }
     QFontDatabase::removeApplicationFont(fontId);
 }
