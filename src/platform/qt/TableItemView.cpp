@@ -350,7 +350,9 @@ void TableItemView::verticalScrollbarValueChanged(int /*value*/)
 void TableItemView::resizeEvent(QResizeEvent* event)
 {
     QTreeView::resizeEvent(event);
-    if (_view != nullptr && _view->isInScrollView() && event->size().width() != event->oldSize().width()) {
+    // The event need not know the size before: where the view was not shown yet, there may have been others.
+    const int before = std::exchange(_width, event->size().width());
+    if (_view != nullptr && _view->isInScrollView() && _width != before) {
         _view->sizeLastColumnToFit();
     }
 }

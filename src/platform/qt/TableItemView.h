@@ -93,6 +93,7 @@ private:
     NSTableView* _view; // null once the view is gone
     std::unique_ptr<TableModel> _model;
     QKeyEvent* _key = nullptr; // that is being handled
+    int _width = 0;            // of the viewport
     bool _reloading = false;
     bool _reloadsLater = false;
 };

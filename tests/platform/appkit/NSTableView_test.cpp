@@ -369,6 +369,31 @@ TEST_F(NSTableViewTest, FitsItsColumns)
     EXPECT_EQ(table->headerView()->headerRectOfColumn(2), NSZeroRect);
 }
 
+TEST_F(NSTableViewTest, FitsItsColumnsWhenItIsShownAtLast)
+{
+    const Ref<NSView> content = make<NSView>()->initWithFrame(NSMakeRect(0.0, 0.0, 300.0, 200.0));
+    const Ref<NSView> page = make<NSView>()->initWithFrame(content->bounds());
+    const auto shown = make<NSScrollView>();
+    shown->setFrame(NSMakeRect(10.0, 10.0, 150.0, 100.0));
+    const auto list = make<NSTableView>();
+    list->setHeaderView(nullptr);
+    list->addTableColumn(make<NSTableColumn>());
+    list->setDataSource(owner.get());
+    shown->setDocumentView(list);
+    page->addSubview(shown);
+    page->setHidden(true);
+    content->addSubview(page);
+    const Ref<NSWindow> window = make<NSWindow>()->initWithContentRect_styleMask(content->frame(), 0);
+    window->setContentView(content);
+    window->makeKeyAndOrderFront();
+    list->reloadData();
+    QCoreApplication::processEvents();
+    page->setHidden(false);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(list->tableColumns()[0]->width(), 136.0);
+    EXPECT_EQ(list->visibleRect().size.width, 136.0);
+}
+
 TEST_F(NSTableViewTest, TakesAnotherHeaderOrNone)
 {
     const Weak<NSTableHeaderView> first = table->headerView();
