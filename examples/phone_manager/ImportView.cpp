@@ -6,18 +6,25 @@
 #include "PhotoImport.h"
 #include "Texts.h"
 
+#include <platform/appkit/NSWorkspace.h>
 #include <platform/foundation/ClassTable.h>
+#include <platform/foundation/NSArray.h>
+#include <platform/foundation/NSAttributedString.h>
+#include <platform/foundation/NSURL.h>
 #include <platform/graphics/NSColor.h>
+#include <platform/graphics/NSFont.h>
 #include <platform/graphics/NSParagraphStyle.h>
 #include <platform/graphics/NSShadow.h>
 #include <util/FileUtil.h>
 #include <util/UiUtil.h>
 #include <window/ZuBorderView.h>
 #include <window/ZuBox.h>
+#include <window/ZuHyperlinkTextField.h>
 #include <window/ZuLine.h>
 #include <window/ZuProgressView.h>
 #include <window/ZuSimpleButton.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
@@ -48,13 +55,16 @@ constexpr double kLineHeight = 2.0; // of which one shows
 constexpr double kButtonsTop = 144.0;
 constexpr NSSize kButtonSize{112.0, 32.0};
 constexpr double kButtonGap = 12.0;
+constexpr double kLinkTop = 151.0;
 
 constexpr double kTextHeight = 20.0;
+constexpr const char* kPhotoExtensions = "jpg,jpeg,png,gif";
 constexpr std::size_t kLongestPath = 32; // in bytes
 
 constexpr std::array kSelectors{
     selector<&ImportView::startImport>("startImport:"),
     selector<&ImportView::cancelImport>("cancelImport:"),
+    selector<&ImportView::openFolder>("openFolder:"),
     selector<&ImportView::importDidProceed>("importDidProceed:"),
 };
 
@@ -104,7 +114,7 @@ std::string resultOf(const PhotoImport& import)
 
 } // namespace
 
-constinit const ClassTable ImportView::table{"ImportView", &NSView::table, {}, kSelectors};
+constinit const ClassTable ImportView::table{"ImportView", &DragDropView::table, {}, kSelectors};
 
 const ClassTable& ImportView::classTable() const
 {
@@ -122,7 +132,9 @@ ImportView::~ImportView()
 
 ImportView* ImportView::initWithFrame(NSRect frame)
 {
-    ZuFlippedView::initWithFrame(frame);
+    DragDropView::initWithFrame(frame);
+    setFilePostfix(text(kPhotoExtensions));
+    setDelegate(this);
     _count = make<Label>("Arial Bold", 15.0, 0.13, NSTextAlignment::Center);
     _size = make<Label>("Arial", 15.0, 0.27, NSTextAlignment::Center);
     _status = make<Label>("Arial Bold", 13.0, 0.13, NSTextAlignment::Left);
@@ -138,9 +150,10 @@ ImportView* ImportView::initWithFrame(NSRect frame)
 Ref<NSView> ImportView::sourceBox()
 {
     const double width = bounds().size.width - 2.0 * PageView::kMargin;
-    Ref<ZuBox> box = make<ZuBox>()->initWithFrame(NSMakeRect(PageView::kMargin, 0.0, width, kBoxHeight));
+    const Ref<ZuBox> box =
+        make<ZuBox>()->initWithFrame(NSMakeRect(PageView::kMargin, 0.0, width, kBoxHeight));
+    _source = box;
     box->awakeFromNib();
-    box->setTitle(text(localised("On the phone")));
     box->setFillColor(NSColor::whiteColor());
     box->setCornerRadius(0.0);
     box->setHeight(kBoxLineHeight);
@@ -184,10 +197,20 @@ Ref<NSView> ImportView::progressPanel()
     _cancelButton = button(right - kButtonGap - kButtonSize.width, "Cancel", SEL{"cancelImport:"});
     setAccent(_importButton->color_normal_background());
 
+    _folderLink = make<ZuHyperlinkTextField>()->initWithFrame(
+        NSMakeRect(kPadding, kLinkTop, column - 2.0 * (kButtonSize.width + kButtonGap), kTextHeight));
+    _folderLink->awakeFromNib();
+    _folderLink->setBezeled(false);
+    _folderLink->setDrawsBackground(false);
+    _folderLink->setEditable(false);
+    _folderLink->setIsAction(true);
+    _folderLink->setCaller(this);
+    _folderLink->setFuncAction(SEL{"openFolder:"});
+
     const Ref<NSView> dashes =
         line(NSMakeRect(kPadding, kLineTop, column, kLineHeight), ZuLine::kHorizontal, ZuLine::kDashed);
-    for (const Ref<NSView>& view : std::initializer_list<Ref<NSView>>{_status, _position, _progress, _detail,
-                                                                      dashes, _cancelButton, _importButton}) {
+    for (const Ref<NSView>& view : std::initializer_list<Ref<NSView>>{
+             _status, _position, _progress, _detail, dashes, _folderLink, _cancelButton, _importButton}) {
         panel->addSubview(view);
     }
     return panel;
@@ -223,8 +246,34 @@ void ImportView::setFiles_folder(std::vector<std::filesystem::path> files, std::
 {
     _files = std::move(files);
     _folder = std::move(folder);
+    _source->setTitle(text(localised("On the phone")));
     showSource();
     showProgress();
+}
+
+void ImportView::dragDropViewFileList(NSArray<NSString>* paths)
+{
+    std::vector<std::filesystem::path> photos;
+    const Ref<NSString> wanted = text(std::string(",") + kPhotoExtensions + ',');
+    for (const Ref<NSString>& path : *paths) {
+        const std::filesystem::path file = path->UTF8String();
+        std::string extension = file.extension().string();
+        std::ranges::replace(extension, '.', ',');
+        const NSRange found =
+            wanted->rangeOfString_options(text(extension + ',').get(), NSCaseInsensitiveSearch);
+        if (extension.size() > 1 && found.location != NSNotFound) {
+            photos.push_back(file);
+        }
+    }
+    if (!photos.empty()) {
+        setFiles_folder(std::move(photos), _folder);
+        _source->setTitle(text(localised("Dropped here")));
+    }
+}
+
+void ImportView::openFolder(NSObject* url)
+{
+    NSWorkspace::sharedWorkspace()->openURL(dynamic_cast<NSURL*>(url));
 }
 
 void ImportView::startImport(NSObject* /*sender*/)
@@ -267,6 +316,12 @@ void ImportView::showProgress()
     const std::size_t finished = _import ? _import->finished() : 0;
     _importButton->setEnabled(!running && !_files.empty());
     _cancelButton->setEnabled(running);
+    _folderLink->setHidden(running || !_import || _import->copied() == 0);
+    if (!_folderLink->isHidden()) {
+        const Ref<NSURL> url = NSURL::fileURLWithPath(text(_import->folder().string()).get());
+        _folderLink->setAttributedStringValue(ZuHyperlinkTextField::hyperlinkFromString_withURL_withFont(
+            text(localised("Open the folder")).get(), url, NSFont::fontWithName_size("Arial", 13.0)));
+    }
     _progress->setTotal_(static_cast<double>(total));
     _progress->setStep_(static_cast<double>(finished));
     _progress->setNeedsDisplay();

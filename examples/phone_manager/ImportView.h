@@ -1,6 +1,6 @@
 #pragma once
 
-#include <window/ZuFlippedView.h>
+#include <window/DragDropView.h>
 
 #include <filesystem>
 #include <vector>
@@ -9,18 +9,21 @@ class Label;
 class NSColor;
 class PhotoImport;
 class ZuBorderView;
+class ZuBox;
+class ZuHyperlinkTextField;
 class ZuProgressView;
 class ZuSimpleButton;
 
 /// The page that imports photos: what there is to import, how far an import has come or how it ended, and the
-/// buttons that begin and cancel it. An import goes on while the view is hidden, and is cancelled when the
-/// view is let go.
-class ImportView final : public ZuFlippedView
+/// buttons that begin and cancel it. Photos that are dropped on it are imported instead of those that there
+/// are. An import goes on while the view is hidden, and is cancelled when the view is let go.
+class ImportView final : public DragDropView, public DragDropViewDeletegate
 {
 public:
     ImportView();
 
     ImportView* initWithFrame(NSRect frame) override;
+    bool isFlipped() const override { return true; }
 
     /// What the next import copies and the folder that it names; one that runs is not concerned.
     void setFiles_folder(std::vector<std::filesystem::path> files, std::filesystem::path folder);
@@ -31,12 +34,19 @@ public:
 
     ZuSimpleButton* importButton() const { return _importButton.get(); }
     ZuSimpleButton* cancelButton() const { return _cancelButton.get(); }
+    /// A link to the folder, which shows when an import has ended that copied something.
+    ZuHyperlinkTextField* folderLink() const { return _folderLink.get(); }
+    const std::vector<std::filesystem::path>& files() const { return _files; }
     /// The import that was begun last; null before the first. One that is idle could not be started.
     PhotoImport* photoImport() const { return _import.get(); }
 
-    // Actions of the buttons and of the import.
+    /// Takes photos that were dropped; others are left out.
+    void dragDropViewFileList(NSArray<NSString>* paths) override;
+
+    // Actions of the buttons, of the link and of the import.
     void startImport(NSObject* sender);
     void cancelImport(NSObject* sender);
+    void openFolder(NSObject* url);
     void importDidProceed(NSObject* sender);
 
     const ClassTable& classTable() const override;
@@ -55,6 +65,7 @@ private:
     std::vector<std::filesystem::path> _files;
     std::filesystem::path _folder;
     Ref<PhotoImport> _import;
+    Ref<ZuBox> _source;
     Ref<Label> _count;
     Ref<Label> _size;
     Ref<Label> _status;
@@ -63,4 +74,5 @@ private:
     Ref<ZuProgressView> _progress;
     Ref<ZuSimpleButton> _importButton;
     Ref<ZuSimpleButton> _cancelButton;
+    Ref<ZuHyperlinkTextField> _folderLink;
 };

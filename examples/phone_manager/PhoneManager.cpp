@@ -4,6 +4,7 @@
 #include "ContactsView.h"
 #include "ImportView.h"
 #include "Look.h"
+#include "MessagesView.h"
 #include "PageView.h"
 #include "Texts.h"
 
@@ -52,6 +53,7 @@ constexpr std::array kKinds{
          "The last backup of the connected phone."},
     Kind{"calendar", "Calendar", "This phone keeps no calendar.", nullptr, nullptr},
 };
+constexpr std::string_view kMessages = "messages";
 constexpr std::string_view kContacts = "contacts";
 constexpr std::string_view kPhotos = "photos";
 constexpr std::string_view kImport = "import";
@@ -146,12 +148,12 @@ std::vector<PageView::Item> photos()
     return items;
 }
 
-/// The contacts that are shipped with the program.
-std::vector<Contact> contacts()
+/// What `read` finds in a file that is shipped with the program.
+template <class Entries> Entries shipped(const char* name, Entries (&read)(const std::filesystem::path& file))
 {
     const Ref<NSString> file =
-        NSBundle::mainBundle()->pathForResource_ofType(text("contacts").get(), text("txt").get());
-    return file ? readContacts(file->UTF8String()) : std::vector<Contact>();
+        NSBundle::mainBundle()->pathForResource_ofType(text(name).get(), text("txt").get());
+    return file ? read(file->UTF8String()) : Entries();
 }
 
 /// What the last backup holds.
@@ -204,8 +206,11 @@ PhoneManager* PhoneManager::initWithSettingsFile(const std::string& path)
 
     _page = make<PageView>()->initWithFrame({{}, kWindowSize});
     buildButtons();
+    _messagesView = make<MessagesView>()->initWithFrame(_page->contentRect());
+    _messagesView->setMessages(shipped("messages", readMessages));
+    _page->addSubview(_messagesView);
     _contactsView = make<ContactsView>()->initWithFrame(_page->contentRect());
-    _contactsView->setContacts(contacts());
+    _contactsView->setContacts(shipped("contacts", readContacts));
     _page->addSubview(_contactsView);
     _importView = make<ImportView>()->initWithFrame(_page->contentRect());
     _page->addSubview(_importView);
@@ -292,6 +297,7 @@ void PhoneManager::showKind(std::size_t kind)
     _page->setHeadline(localised(kKinds[kind].name));
     _page->setText(localised(kKinds[kind].page) + '\n' + times);
     _page->setItems(kKinds[kind].key == kPhotos ? photos() : std::vector<PageView::Item>());
+    _messagesView->setHidden(kKinds[kind].key != kMessages);
     _contactsView->setHidden(kKinds[kind].key != kContacts);
     _importView->setHidden(kKinds[kind].key != kImport);
     _backupView->setHidden(kKinds[kind].key != kBackups);

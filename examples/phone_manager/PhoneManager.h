@@ -10,6 +10,7 @@ class BASUserDefaults;
 class BackupView;
 class ContactsView;
 class ImportView;
+class MessagesView;
 class NSWindow;
 class PageView;
 class ZuToolButton;
@@ -33,6 +34,7 @@ public:
     PageView* page() const { return _page.get(); }
     const std::vector<Ref<ZuToolButton>>& buttons() const { return _buttons; }
     // Parts of the page, each of which shows when its kind is open.
+    MessagesView* messagesView() const { return _messagesView.get(); }
     ContactsView* contactsView() const { return _contactsView.get(); }
     ImportView* importView() const { return _importView.get(); }
     BackupView* backupView() const { return _backupView.get(); }
@@ -59,6 +61,7 @@ private:
     std::string _path;
     bool _writable = false; // no: the file holds something that we cannot read
     Ref<PageView> _page;
+    Ref<MessagesView> _messagesView;
     Ref<ContactsView> _contactsView;
     Ref<ImportView> _importView;
     Ref<BackupView> _backupView;

@@ -18,7 +18,6 @@ namespace
 constexpr double kBorder = 1.0;
 constexpr double kStatusTop = 10.0; // below the table
 constexpr double kStatusHeight = 18.0;
-constexpr double kStatusBottom = 14.0; // above what stands below the page
 
 } // namespace
 
@@ -36,11 +35,11 @@ TablePage* TablePage::initWithFrame(NSRect frame)
     return this;
 }
 
-void TablePage::setTable(Ref<NSTableView> view)
+void TablePage::setTable(Ref<NSTableView> view, double top)
 {
     const NSRect status = _status->frame();
     const Ref<ZuBorderView> border = make<ZuBorderView>()->initWithFrame(
-        NSMakeRect(status.origin.x, 0.0, status.size.width, status.origin.y - kStatusTop));
+        NSMakeRect(status.origin.x, top, status.size.width, status.origin.y - kStatusTop - top));
     border->setColor_border_(grey(0.8));
     const Ref<NSScrollView> scrollView =
         make<NSScrollView>()->initWithFrame(NSInsetRect(border->bounds(), kBorder, kBorder));

@@ -18,8 +18,11 @@ public:
 protected:
     ~TablePage() override;
 
-    /// Shows the table, for good.
-    void setTable(Ref<NSTableView> view);
+    /// Below the line of text, which is as wide as the page's content.
+    static constexpr double kStatusBottom = 14.0;
+
+    /// Shows the table, for good, `top` points below the page's upper edge.
+    void setTable(Ref<NSTableView> view, double top = 0.0);
     /// In UTF-8.
     void setStatus(const std::string& status);
 

@@ -3,8 +3,11 @@
 #include <platform/appkit/NSEvent.h>
 #include <platform/appkit/NSScrollView.h>
 #include <platform/appkit/NSTableColumn.h>
+#include <platform/appkit/NSTextField.h>
+#include <platform/foundation/NSAttributedString.h>
 #include <platform/foundation/NSBundle.h>
 #include <platform/foundation/NSIndexSet.h>
+#include <platform/foundation/NSMutableArray.h>
 #include <platform/foundation/NSString.h>
 #include <platform/graphics/NSBezierPath.h>
 #include <platform/graphics/NSColor.h>
@@ -14,14 +17,19 @@
 #include <util/UiUtil.h>
 #include <window/PelSMSTableData.h>
 #include <window/PelSmsTableCheckImageCell.h>
+#include <window/WyClickableURLTextField.h>
 #include <window/ZuBorderView.h>
 #include <window/ZuBox.h>
 #include <window/ZuCenterTextFieldCell.h>
 #include <window/ZuCheckImageCell.h>
 #include <window/ZuCheckTableHeaderView.h>
+#include <window/ZuComboBox.h>
 #include <window/ZuFlippedView.h>
+#include <window/ZuHyperlinkTextField.h>
 #include <window/ZuImageCell.h>
 #include <window/ZuLine.h>
+#include <window/ZuMultiSelectComboBox.h>
+#include <window/ZuMultiSelectComboBoxData.h>
 #include <window/ZuOutlineImageCell.h>
 #include <window/ZuOutlineItem.h>
 #include <window/ZuOutlineView.h>
@@ -244,6 +252,73 @@ Ref<ZuFlippedView> flippedView()
 Ref<ZuTableCornerView> cornerView()
 {
     return make<ZuTableCornerView>()->initWithFrame(NSMakeRect(0.0, 0.0, 16.0, 24.0));
+}
+
+constexpr NSRect kComboBoxFrame = NSMakeRect(0.0, 0.0, 180.0, 26.0);
+
+/// A sentence that ends with a link.
+Ref<NSAttributedString> linkedText()
+{
+    const Ref<NSFont> font = NSFont::fontWithName_size("Arial", 13.0);
+    const Ref<NSMutableAttributedString> sentence =
+        make<NSMutableAttributedString>()->initWithAttributedString(
+            ZuHyperlinkTextField::hyperlinkFromString_withFont(text("Not sent? Read the guide.").get(), font)
+                .get());
+    const Ref<NSAttributedString> link = ZuHyperlinkTextField::hyperlinkFromString_withURL_withFont(
+        text("the guide").get(), text("https://example.org/guide"), font);
+    sentence->setAttributes_range(link->runs().front().attributes, {15, 9});
+    return sentence;
+}
+
+template <class Field> Ref<Field> linkField(double width)
+{
+    Ref<Field> field = make<Field>();
+    field->setFrame(NSMakeRect(0.0, 0.0, width, 40.0));
+    field->awakeFromNib();
+    field->setBezeled(false);
+    field->setDrawsBackground(false);
+    field->setAttributedStringValue(linkedText());
+    return field;
+}
+
+Ref<NSTextField> textField(const char* words, bool enabled)
+{
+    Ref<NSTextField> field = make<NSTextField>()->initWithFrame(NSMakeRect(0.0, 0.0, 140.0, 22.0));
+    field->setStringValue(text(words));
+    field->setEnabled(enabled);
+    return field;
+}
+
+Ref<ZuComboBox> comboBox(const char* chosen)
+{
+    Ref<ZuComboBox> view = make<ZuComboBox>()->initWithFrame(kComboBoxFrame);
+    for (const char* album : {"Lake in spring", "Sunset"}) {
+        view->values_()->addObject(text(album));
+    }
+    view->reloadData();
+    view->setStringValue(text(chosen));
+    return view;
+}
+
+Ref<ZuComboBox> disabledComboBox()
+{
+    Ref<ZuComboBox> view = comboBox("Sunset");
+    view->setEnabled(false);
+    return view;
+}
+
+Ref<ZuMultiSelectComboBox> multiSelectComboBox()
+{
+    Ref<ZuMultiSelectComboBox> view = make<ZuMultiSelectComboBox>()->initWithFrame(kComboBoxFrame);
+    view->setEditable(false);
+    for (const char* kind : {"Contacts", "Messages"}) {
+        const Ref<ZuMultiSelectComboBoxData> choice = make<ZuMultiSelectComboBoxData>();
+        choice->setValue(text(kind));
+        choice->setIsCheck(true);
+        view->values_()->addObject(choice);
+    }
+    view->setCheckValue();
+    return view;
 }
 
 // Tables and outlines keep neither those who answer for them alive nor what their cells borrow.
@@ -561,6 +636,14 @@ std::vector<Scene> scenes()
           {"border, shadow", shadowOfBorder()},
           {"face, shadow", shadowOfFace()}}},
         {"ZuFlippedView", {{"origin above", flippedView()}}},
+        {"ZuComboBox", {{"a text", comboBox("Sunset")}, {"disabled", disabledComboBox()}}},
+        {"ZuMultiSelectComboBox", {{"two checked", multiSelectComboBox()}}},
+        {"WyClickableURLTextField",
+         {{"WyClickableURLTextField", linkField<WyClickableURLTextField>(180.0)},
+          {"wrapped", linkField<WyClickableURLTextField>(110.0)},
+          {"ZuHyperlinkTextField", linkField<ZuHyperlinkTextField>(180.0)},
+          {"NSTextField", textField("Anna Brandt", true)},
+          {"NSTextField, disabled", textField("Anna Brandt", false)}}},
         {"ZuTableCornerView", {{"corner", cornerView()}}},
         {"ZuCheckTableHeaderView", {{"over a table, a row of which is selected", make<Files>()->table()}}},
         {"ZuOutlineView",

@@ -1,20 +1,31 @@
 #include "phone_manager/BackupView.h"
 #include "phone_manager/ContactsView.h"
 #include "phone_manager/ImportView.h"
+#include "phone_manager/MessagesView.h"
 #include "phone_manager/PageView.h"
 #include "phone_manager/PhoneManager.h"
 #include "phone_manager/PhotoImport.h"
 
 #include "basic/bas_user_defaults.h"
 #include "platform/appkit/NSApplication.h"
+#include "platform/appkit/NSWindow.h"
+#include "platform/foundation/NSArray.h"
 #include "platform/foundation/NSIndexSet.h"
+#include "platform/foundation/NSMutableArray.h"
+#include "platform/foundation/NSNumber.h"
 #include "platform/foundation/NSUserDefaults.h"
 #include "platform/graphics/NSColor.h"
 #include "support/Drawing.h"
+#include "support/Links.h"
 #include "support/Tables.h"
 #include "support/TemporaryFolder.h"
 #include "util/FileUtil.h"
+#include "window/PelSmsTableCheckImageCell.h"
 #include "window/ZuCheckTableHeaderView.h"
+#include "window/ZuComboBox.h"
+#include "window/ZuHyperlinkTextField.h"
+#include "window/ZuMultiSelectComboBox.h"
+#include "window/ZuMultiSelectComboBoxData.h"
 #include "window/ZuOutlineView.h"
 #include "window/ZuSimpleButton.h"
 #include "window/ZuTableCheckImageCell.h"
@@ -195,6 +206,88 @@ TEST_F(PhoneManagerTest, ReadsContactsOneALine)
     EXPECT_TRUE(readContacts(folder.path() / "none").empty());
 }
 
+TEST_F(PhoneManagerTest, ReadsMessagesOneALine)
+{
+    folder.write("messages.txt",
+                 "received; Ann; 1; Hello; you\nsent;;2;x\nlost; Ben; 3; y\nfailed; Cem; 4\n\n"
+                 "failed; Cem; 4; z");
+    const std::vector<Message> messages = readMessages(folder.path() / "messages.txt");
+    ASSERT_EQ(messages.size(), 3U);
+    EXPECT_EQ(messages[0].kind, Message::Kind::Received);
+    EXPECT_EQ(messages[0].name + "|" + messages[0].number + "|" + messages[0].text, "Ann|1|Hello; you");
+    EXPECT_EQ(messages[1].name + "|" + messages[1].number + "|" + messages[1].text, "|2|x");
+    EXPECT_EQ(messages[2].kind, Message::Kind::Failed);
+    EXPECT_TRUE(readMessages(folder.path() / "none").empty());
+}
+
+TEST_F(PhoneManagerTest, FiltersMessagesByNameAndKind)
+{
+    using Kind = Message::Kind;
+    const auto view = make<MessagesView>();
+    view->initWithFrame(NSMakeRect(0.0, 0.0, 460.0, 400.0));
+    view->setMessages({{Kind::Received, "Ann", "1", "a"},
+                       {Kind::Failed, "Ben", "2", "b"},
+                       {Kind::Sent, "", "3", "c"},
+                       {Kind::Sent, "Joanna", "4", "d"}});
+    NSTableView& list = *view->tableView();
+    const auto rows = [&] {
+        std::string all;
+        for (std::int64_t row = 0; row < list.numberOfRows(); ++row) {
+            const auto& cell =
+                dynamic_cast<PelSmsTableCheckImageCell&>(*list.preparedCellAtColumn_row(0, row));
+            all += utf8(cell.title()) + (cell.sentSmsType() == 5 ? "! " : " ");
+        }
+        return all;
+    };
+    const auto filter = [&](const char* name) {
+        view->nameFilter()->setStringValue(text(name));
+        view->filter(nullptr);
+        return rows();
+    };
+    EXPECT_EQ(utf8(view->nameFilter()->stringValue()), "Everyone");
+    EXPECT_EQ(view->nameFilter()->values_()->count(), 5U);
+    EXPECT_EQ(rows(), "Ann Ben! 3 Joanna ");
+    EXPECT_EQ(filter("ANN"), "Ann Joanna ");
+    EXPECT_EQ(filter("nobody"), "");
+    EXPECT_EQ(filter(""), "Ann Ben! 3 Joanna ");
+    view->setCheckItem(NSNumber::numberWithInteger(1).get());
+    EXPECT_EQ(rows(), "Ann Ben! ");
+    EXPECT_EQ(utf8(view->kindFilter()->stringValue()), "Received,Sent,Failed,");
+    view->kindFilter()->popoverDidClose(nullptr);
+    EXPECT_EQ(utf8(view->kindFilter()->stringValue()), "Received,Failed,");
+    EXPECT_TRUE(showsInside(*view, "2 of 4 messages"));
+}
+
+TEST_F(PhoneManagerTest, RenamesAllMessagesOfANumber)
+{
+    using Kind = Message::Kind;
+    const auto view = make<MessagesView>();
+    view->initWithFrame(NSMakeRect(0.0, 0.0, 460.0, 400.0));
+    view->setMessages(
+        {{Kind::Received, "Ann", "1", "a"}, {Kind::Sent, "Ben", "2", "b"}, {Kind::Sent, "Ann", "1", "c"}});
+    NSTableView& list = *view->tableView();
+    const auto press = [&](double x, double y) { list.mouseDown(eventAt(list, {x, y}).get()); };
+    press(20.0, 20.0);
+    EXPECT_EQ(view->nameField(), nullptr) << "not while names are not being edited";
+    const auto window = make<NSWindow>();
+    window->initWithContentRect_styleMask(view->frame(), NSWindowStyleMaskTitled);
+    window->setContentView(view);
+    window->makeKeyAndOrderFront();
+    NSApplication::sharedApplication()->handlePendingEvents();
+    view->editButton()->performClick(nullptr);
+    press(200.0, 20.0);
+    EXPECT_EQ(view->nameField(), nullptr) << "beside the name";
+    press(20.0, 20.0);
+    ASSERT_NE(view->nameField(), nullptr);
+    EXPECT_EQ(utf8(view->nameField()->stringValue()), "Ann");
+    view->nameField()->setStringValue(text("Anna"));
+    press(20.0, 70.0);
+    EXPECT_EQ(view->messages()[0].name + view->messages()[1].name + view->messages()[2].name, "AnnaBenAnna")
+        << "a press elsewhere ends editing";
+    EXPECT_EQ(utf8(view->nameField()->stringValue()), "Ben");
+    EXPECT_EQ(list.subviews().size(), 1U);
+}
+
 TEST_F(PhoneManagerTest, ChecksContactsWhichStaySoWhenTheyAreSorted)
 {
     using Rows = std::vector<std::string>;
@@ -339,6 +432,40 @@ TEST_F(PhoneManagerTest, SaysHowAnImportEnded)
         EXPECT_EQ(filesIn(each.folder), each.imported) << each.folder;
         EXPECT_EQ(exists(folder.path() / std::string(each.folder, 1)), !each.imported.empty()) << each.folder;
     }
+}
+
+TEST_F(PhoneManagerTest, ImportsDroppedPhotosInsteadOfTheOthers)
+{
+    const auto view = make<ImportView>();
+    view->initWithFrame(NSMakeRect(0.0, 0.0, 460.0, 400.0));
+    const std::filesystem::path target = folder.path() / "in here";
+    view->setFiles_folder({folder.path() / "other.jpg"}, target);
+    EXPECT_TRUE(showsInside(*view, "One photo"));
+    folder.write("a.JPG", "a");
+    folder.write("b.png", "b");
+    folder.write("c.txt", "c");
+    const auto drop = [&](std::initializer_list<const char*> names) {
+        std::vector<Ref<NSString>> paths;
+        for (const char* name : names) {
+            paths.push_back(text((folder.path() / name).c_str()));
+        }
+        view->dragDropViewFileList(NSArray<NSString>::arrayWithObjects(paths).get());
+    };
+    drop({"c.txt", "jpg", "a.jp", "no.jpg,png"});
+    EXPECT_EQ(view->files(), std::vector{folder.path() / "other.jpg"});
+    drop({"a.JPG", "c.txt", "b.png"});
+    EXPECT_EQ(view->files(), (std::vector{folder.path() / "a.JPG", folder.path() / "b.png"}));
+    EXPECT_TRUE(view->folderLink()->isHidden());
+    view->startImport(nullptr);
+    while (view->photoImport()->state() == PhotoImport::State::Running) {
+        NSApplication::sharedApplication()->handlePendingEvents();
+    }
+    EXPECT_TRUE(std::filesystem::exists(target / "b.png"));
+
+    OpenedLinks opened;
+    EXPECT_FALSE(view->folderLink()->isHidden());
+    view->folderLink()->mouseDown(eventAt(*view->folderLink(), {5.0, 5.0}).get());
+    EXPECT_EQ(opened.take(), std::vector{"file://" + folder.path().string() + "/in%20here"});
 }
 
 TEST_F(PhoneManagerTest, StopsAnImportWhosePageIsGone)

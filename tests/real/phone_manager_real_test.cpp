@@ -2,6 +2,7 @@
 
 #include "platform/appkit/NSApplication.h"
 #include "real/Desktop.h"
+#include "real/OtherProcess.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -19,6 +20,7 @@ namespace
 {
 
 // Where things are in the window, in points from its top-left.
+constexpr QPoint kMessages(150, 65);
 constexpr QPoint kContacts(150, 150); // the free part of a button's face
 constexpr QPoint kImport(150, 300);
 constexpr QPoint kBackups(150, 384);
@@ -36,7 +38,19 @@ constexpr QPoint kFirstFoldersCheck(365, 148); // which is there while the first
 constexpr QRect kStatus(329, 450, 400, 30);
 constexpr QPoint kImportButton(656, 370); // above its title
 constexpr QPoint kProgressEnd(704, 272);
+constexpr QPoint kImportDrop(520, 330);
+constexpr QPoint kNameFilter(370, 129);
+constexpr QPoint kKindArrow(618, 129);
+constexpr QPoint kReceivedCheck(494, 151); // in the pop-over
+constexpr QPoint kEditNames(650, 129);
+constexpr QPoint kFirstMessage(333, 176); // the edge of a picture that tells its kind
+constexpr QPoint kThirdMessage(333, 280);
+constexpr QPoint kFirstSender(372, 168);
+constexpr QRect kSenders(360, 151, 130, 12); // the upper parts of the first sender's name
+constexpr QRect kHelp(478, 455, 250, 20);
 
+constexpr const char* kReceived = "#349853";
+constexpr const char* kSent = "#2096d6";
 constexpr const char* kChecked = "#2680c8";
 constexpr const char* kUnchecked = "#ffffff";
 
@@ -57,6 +71,8 @@ protected:
         process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("LC_ALL", locale);
+        environment.insert("PATH", QString::fromStdString(folder.path().string()) + ":" +
+                                       environment.value("PATH")); // where what opens links may be
         environment.insert("XDG_CONFIG_HOME", QString::fromStdString(folder.path().string()));
         process.setProcessEnvironment(environment);
         process.start(PHONE_MANAGER, {QString::fromStdString(settingsPath().string())});
@@ -188,6 +204,98 @@ TEST_F(PhoneManagerRealTest, ExpandsAKindOfTheBackupAndChoosesAmongItsFolders)
     EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) == allChosen; }));
     click(kFirstTriangle);
     EXPECT_TRUE(shows(kSecondKindsCheck, kChecked));
+}
+
+TEST_F(PhoneManagerRealTest, FiltersMessagesAndEditsTheirNames)
+{
+    start("de_DE.UTF-8");
+    click(kMessages);
+    EXPECT_TRUE(shows(kFirstMessage, kReceived));
+    EXPECT_TRUE(shows(kThirdMessage, kSent));
+    const QImage all = picture(kStatus);
+
+    click(kNameFilter);
+    desktop::xdotool({"key", "ctrl+a"});
+    desktop::xdotool({"type", "clara"});
+    desktop::xdotool({"key", "Return"});
+    EXPECT_TRUE(shows(kThirdMessage, "#ffffff")) << "two messages are left";
+    EXPECT_TRUE(shows(kFirstMessage, kReceived));
+    desktop::xdotool({"key", "ctrl+a"});
+    desktop::xdotool({"key", "BackSpace"});
+    desktop::xdotool({"key", "Return"});
+    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) == all; }));
+
+    const QImage allKinds = picture(QRect(kKindArrow - QPoint(120, 8), QSize(100, 16)));
+    click(kKindArrow);
+    EXPECT_TRUE(shows(kReceivedCheck, kChecked));
+    click(kReceivedCheck);
+    EXPECT_TRUE(shows(kReceivedCheck, kUnchecked));
+    EXPECT_TRUE(shows(kFirstMessage, kSent));
+    EXPECT_EQ(picture(QRect(kKindArrow - QPoint(120, 8), QSize(100, 16))), allKinds) << "until it closes";
+    click(kPage);
+    EXPECT_TRUE(desktop::waitUntil(
+        [&] { return picture(QRect(kKindArrow - QPoint(120, 8), QSize(100, 16))) != allKinds; }));
+    EXPECT_TRUE(shows(kReceivedCheck, "#ffffff")) << "the list again";
+
+    const QImage names = picture(kSenders);
+    click(kEditNames);
+    click(kFirstSender);
+    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kSenders) != names; })) << "a field is there";
+    desktop::xdotool({"type", "WWWWWW"});
+    desktop::xdotool({"key", "Return"});
+    click(kEditNames);
+    click(kNameFilter);
+    desktop::xdotool({"key", "ctrl+a"});
+    desktop::xdotool({"type", "wwwwww"});
+    desktop::xdotool({"key", "Return"});
+    EXPECT_TRUE(shows(kThirdMessage, "#ffffff")) << "one message that was sent has this name";
+    EXPECT_TRUE(shows(kFirstMessage, kSent));
+}
+
+TEST_F(PhoneManagerRealTest, OpensTheGuideByTheDesktop)
+{
+    folder.write("xdg-open", "#!/bin/sh\necho \"$1\" >\"$XDG_CONFIG_HOME/opened\"\n");
+    std::filesystem::permissions(folder.path() / "xdg-open", std::filesystem::perms::owner_all);
+    start("de_DE.UTF-8");
+    click(kMessages);
+    QPoint link;
+    EXPECT_TRUE(desktop::waitUntil([&] {
+        const QImage help = picture(kHelp);
+        for (int x = 0; x < help.width(); ++x) {
+            for (int y = 0; y < help.height(); ++y) {
+                if (help.pixelColor(x, y) == QColor("#0000ff")) {
+                    link = kHelp.topLeft() + QPoint(x + 10, y - 3);
+                    return true;
+                }
+            }
+        }
+        return false;
+    })) << "its underline";
+    click(link);
+    EXPECT_TRUE(desktop::waitUntil([&] {
+        return std::filesystem::exists(folder.path() / "opened") &&
+               folder.read("opened") == "https://example.org/phone-manager/messages\n";
+    }));
+}
+
+TEST_F(PhoneManagerRealTest, ImportsPhotosThatAreDropped)
+{
+    start("de_DE.UTF-8");
+    click(kImport);
+    EXPECT_TRUE(shows(kProgressEnd, "#f0f0f0"));
+    folder.write("zwei W\xC3\xB6rter.jpg", "a photo");
+    folder.write("notes.txt", "no photo");
+    const auto url = [&](const char* name) { return "file://" + (folder.path() / name).string() + "\r\n"; };
+    desktop::OtherProcess other;
+    other.drag(url("zwei%20W%C3%B6rter.jpg") + url("notes.txt"), "text/uri-list", origin + kImportDrop,
+               [&] { return other.said().contains("would copy") || other.says("would copy"); });
+    EXPECT_TRUE(other.drops("copied"));
+    click(kImportButton);
+    EXPECT_TRUE(desktop::waitUntil(
+        [&] { return std::filesystem::exists(folder.path() / "Importierte Fotos/zwei W\xC3\xB6rter.jpg"); }));
+    EXPECT_TRUE(shows(kProgressEnd, "#20baea"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "Importierte Fotos/notes.txt"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "Importierte Fotos/Sunset.jpg"));
 }
 
 } // namespace
