@@ -120,7 +120,7 @@ void WyClickableURLTextField::resetCursorRects()
         buildTextSystem();
     }
     const Ref<NSCursor> hand = NSCursor::pointingHandCursor();
-    if (!hand) {
+    if (!hand || !isEnabled()) {
         NSTextField::resetCursorRects();
         return;
     }
@@ -173,7 +173,7 @@ Ref<NSObject> WyClickableURLTextField::urlAtMouse(NSEvent* event) const
 
 void WyClickableURLTextField::mouseDown(NSEvent* event)
 {
-    _clickedURL = urlAtMouse(event);
+    _clickedURL = isEnabled() ? urlAtMouse(event) : nullptr;
 }
 
 void WyClickableURLTextField::mouseUp(NSEvent* event)

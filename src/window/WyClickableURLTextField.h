@@ -20,7 +20,8 @@ protected:
 };
 
 /// A text to read, some of whose stretches may be links (`NSLinkAttributeName`). Over a link the pointer is a
-/// hand, and a press and release on links to the same URL opens it: by the delegate, or else the workspace.
+/// hand, and a press and release on links to the same URL opens it, unless the field is disabled: by the
+/// delegate, or else the workspace. Keys do not reach the links.
 ///
 /// Where the links are, a text system of the field's own finds out, which is built when the field, with a
 /// text in it, is first asked for its cursor rectangles; a press before that hits no link. It keeps the width

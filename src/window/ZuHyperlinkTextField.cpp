@@ -90,7 +90,7 @@ void ZuHyperlinkTextField::performAction()
             link = attributes[NSLinkAttributeName];
             stop = static_cast<bool>(link);
         });
-    if (const Ref<NSObject> receiver = link && _funcAction != SEL{} ? caller() : nullptr) {
+    if (const Ref<NSObject> receiver = link && isEnabled() && _funcAction != SEL{} ? caller() : nullptr) {
         receiver->performSelector_withObject(_funcAction, link.get());
     }
 }

@@ -4,7 +4,8 @@
 
 /// A text that is a link, blue and underlined. A click follows it, as it does in any text that can be
 /// selected and whose attributes count; or, in action mode (`isAction`), a press anywhere on the field has a
-/// method of the application called with the first link of the text, wherever that is.
+/// method of the application called with the first link of the text, wherever that is. A
+/// disabled one does nothing.
 class TESSALINE_EXPORT ZuHyperlinkTextField : public NSTextField
 {
 public:

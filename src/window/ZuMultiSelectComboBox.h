@@ -9,7 +9,8 @@ template <class T> class NSMutableArray;
 /// A combo box whose text lists checked choices. It has no list of its own: a press, and the keys that open
 /// lists, send `PopOver:` with the combo box to its delegate, who shows a pop-over in which the user checks
 /// choices, with the combo box as the pop-over's delegate; when that closes, the text is written anew. A
-/// press never begins to edit the text; without a delegate, nothing happens.
+/// press never begins to edit the text; without a delegate, or
+/// while disabled, nothing happens.
 class TESSALINE_EXPORT ZuMultiSelectComboBox : public NSComboBox, public NSPopoverDelegate
 {
 public:

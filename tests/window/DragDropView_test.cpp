@@ -72,6 +72,7 @@ TEST_F(DragDropViewTest, HandsFilesOverAndTakesThemByTheirExtensions)
         bool taken;
     } cases[] = {
         {"vcf,csv", {"a.vcf"}, "[a.vcf]", true},
+        {"vcf", {"a.b.vcf"}, "[a.b.vcf]", true},
         {"xvcfx", {"a.vcf"}, "[a.vcf]", true},
         {"csv", {"a.vcf"}, "[a.vcf]", false},
         {"vc", {"a.vcf"}, "[a.vcf]", false},

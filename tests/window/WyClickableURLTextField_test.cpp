@@ -228,10 +228,17 @@ TEST_F(WyClickableURLTextFieldTest, OpensALinkThatIsPressedAndReleased)
     EXPECT_EQ(opened.take(), Opened{"a:1"});
     click(one, again);
     EXPECT_EQ(opened.take(), Opened{"a:1"});
+    field->mouseUp(eventAt(*field, again, NSEventType::LeftMouseUp).get());
+    EXPECT_EQ(opened.take(), Opened{}) << "a release alone opens nothing";
     click(one, between);
     click(between, one);
-    field->mouseUp(eventAt(*field, one, NSEventType::LeftMouseUp).get());
-    EXPECT_EQ(opened.take(), Opened{}) << "a release alone opens nothing, nor the press before the last";
+    EXPECT_EQ(opened.take(), Opened{});
+    field->setEnabled(false);
+    click(one);
+    EXPECT_EQ(opened.take(), Opened{});
+    EXPECT_TRUE(rects().empty());
+    field->setEnabled(true);
+    EXPECT_EQ(rects().size(), 2U);
 
     field->setDelegate(target.get());
     click(one);
@@ -334,6 +341,15 @@ TEST_F(WyClickableURLTextFieldTest, CopiesALinkFromItsMenu)
     field = nullptr;
     EXPECT_FALSE(item->isEnabled());
     item->perform();
+}
+
+TEST_F(WyClickableURLTextFieldTest, FindsLinksInAWindowOfAHost)
+{
+    window->setContentView(nullptr);
+    EXPECT_TRUE(rects().empty());
+    field->setAttributedStringValue(LinkedText().link("go", url("a:1")).text());
+    EXPECT_EQ(rects().size(), 1U);
+    EXPECT_EQ(linkAt({4.0, 5.0}), "a:1");
 }
 
 TEST_F(WyClickableURLTextFieldTest, KeepsTheWidthOfItsTextSystem)

@@ -44,9 +44,8 @@ inline constexpr std::u16string_view NSComboBoxSelectionDidChangeNotification =
 /// A text field with a list to choose its text from, which the toolkit draws and operates: by a press on the
 /// arrow, or anywhere if the text cannot be edited; by F4 and Alt with the down arrow; by the arrow keys and
 /// the wheel without opening the list. An item that is chosen becomes the combo box's text; the delegate is
-/// told
-/// (`NSComboBoxDelegate`), and the action is sent. There can be 2^31 - 1 items; those that show are asked
-/// for.
+/// told (`NSComboBoxDelegate`), and the action is sent. There can be 2^31 - 1 items; those that show are
+/// asked for.
 class TESSALINE_EXPORT NSComboBox : public NSTextField
 {
 public:

@@ -33,8 +33,8 @@ class TESSALINE_EXPORT NSPopover : public NSObject
 public:
     NSPopover();
 
-    /// What is shown, kept alive. Default null. The setter closes the pop-over and takes the view from its
-    /// superview.
+    /// What is shown, kept alive; not to be put into another view while it is. Default null. The setter
+    /// closes the pop-over and takes the view from its superview.
     NSView* contentView() const { return _contentView.get(); }
     void setContentView(Ref<NSView> view);
     /// The size of that view's frame; when the pop-over is shown, it takes this size.

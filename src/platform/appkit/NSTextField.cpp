@@ -287,6 +287,9 @@ void NSTextField::userDidChange(const Ref<NSAttributedString>& text)
         _cell->setAttributedStringValue(text);
     } else if (_cell) {
         _cell->setStringValue(text->string());
+        if (_editor != nullptr && !attributedStringValue()->isEqual(text.get())) {
+            _editor->takeField(); // the text had attributes, which end here
+        }
     }
     const Ref<NSObject> listener = delegate();
     if (auto* heard = dynamic_cast<NSTextFieldDelegate*>(listener.get())) {
@@ -309,7 +312,8 @@ void NSTextField::editingDidEnd(bool sendsAction)
     if (sendsAction) {
         sendAction_to(action(), target().get());
     }
-    if (_editor != nullptr && _editor->widget().hasFocus()) { // ended by a key: the next one begins anew
+    const bool stays = _editor != nullptr && _editor->widget().hasFocus() && _editor->widget().isVisible();
+    if (stays) { // it was ended by a key: the next one begins anew
         editingDidBegin();
         _editor->selectAllText();
     }

@@ -28,8 +28,11 @@ protected:
 /// keyboard, from when on the toolkit does.
 ///
 /// Return ends editing and sends the action; the escape key puts back the text from before and ends editing,
-/// too. Where the text's attributes count (`allowsEditingTextAttributes`), a click on a link, or Return with
-/// the caret on it, has the workspace open it.
+/// too. Where the text's attributes count (`allowsEditingTextAttributes`), a click on a link has the
+/// workspace open it, as has Return with the caret on it in a text that cannot be edited. The toolkit knows
+/// fonts of whole sizes, so that a text in others moves a little when it gets the keyboard, and line ends of
+/// one kind,
+/// "\n", which all others become when the user changes the text.
 class TESSALINE_EXPORT NSTextField : public NSControl
 {
 public:

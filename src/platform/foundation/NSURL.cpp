@@ -22,7 +22,8 @@ Ref<NSURL> NSURL::fileURLWithPath(NSString* path)
 {
     return path == nullptr || path->length() == 0
                ? nullptr
-               : URLWithString(fromQt(QString::fromLatin1(QUrl::fromLocalFile(toQt(*path)).toEncoded())).get());
+               : URLWithString(
+                     fromQt(QString::fromLatin1(QUrl::fromLocalFile(toQt(*path)).toEncoded())).get());
 }
 
 Ref<NSString> NSURL::absoluteString() const

@@ -16,6 +16,7 @@
 #include "platform/qt/ViewPeer.h"
 
 #include <QKeyEvent>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextFrame>
@@ -106,8 +107,9 @@ bool FieldEditor::handOnKey()
         _field->abortEditing();
         return true;
     }
-    performKey(*_key);
-    return _key->isAccepted();
+    QKeyEvent& key = *_key; // a host may take the editor away by it
+    performKey(key);
+    return key.isAccepted();
 }
 
 void FieldEditor::handle(QKeyEvent& event)
@@ -118,10 +120,12 @@ void FieldEditor::handle(QKeyEvent& event)
     }
     const EventInProgress progress;
     const Ref<NSTextField> field(_field);
+    const QPointer<QWidget> self(&widget()); // may go with a host's window
     QKeyEvent* const outer = std::exchange(_key, &event);
-    const bool used = field->keyDown(keyEvent(event, *field).get());
-    _key = outer;
-    event.setAccepted(used);
+    event.setAccepted(field->keyDown(keyEvent(event, *field).get()));
+    if (self) {
+        _key = outer;
+    }
 }
 
 void FieldEditor::userDidChange(const Ref<NSAttributedString>& text)

@@ -82,7 +82,7 @@ private:
     void follow(const QString& link);
 
     std::vector<NSAttributes> _attributes; // of the text's stretches, by the number that their formats have
-    QColor _color; // of what has none of its own
+    QColor _color;                         // of what has none of its own
     QString _pressedLink;
     bool _taking = false; // the field's text, so that a change is not the user's
 };

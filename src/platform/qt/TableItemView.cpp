@@ -14,6 +14,7 @@
 #include <QAbstractItemDelegate>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QTimer>
@@ -307,8 +308,9 @@ bool TableItemView::handOnKey()
     if (_key == nullptr || _key->key() == Qt::Key_Asterisk) {
         return false;
     }
-    QTreeView::keyPressEvent(_key);
-    return _key->isAccepted();
+    QKeyEvent& key = *_key;
+    QTreeView::keyPressEvent(&key);
+    return key.isAccepted();
 }
 
 bool TableItemView::event(QEvent* event)
@@ -327,10 +329,12 @@ void TableItemView::keyPressEvent(QKeyEvent* event)
 {
     event->ignore();
     if (_view != nullptr) {
+        const QPointer<TableItemView> self(this); // may go with a host's window
         QKeyEvent* const outer = std::exchange(_key, event);
-        const bool used = _view->keyDown(keyEvent(*event, *_view).get());
-        _key = outer;
-        event->setAccepted(used);
+        event->setAccepted(_view->keyDown(keyEvent(*event, *_view).get()));
+        if (self) {
+            _key = outer;
+        }
     }
 }
 

@@ -15,6 +15,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextEdit>
 
 #include <gtest/gtest.h>
@@ -227,6 +228,17 @@ TEST_F(NSTextFieldTest, LeavesTheCaretWhereItIs)
     field->setTextColor(NSColor::blueColor());
     key(Qt::Key_Z, "", Qt::ControlModifier);
     EXPECT_EQ(utf8(field->stringValue()), "ABC") << "what is the same can still be undone";
+    field->setStringValue(text("D"));
+    key(Qt::Key_Z, "", Qt::ControlModifier);
+    EXPECT_EQ(utf8(field->stringValue()), "D") << "not what the program does";
+    type("E");
+    key(Qt::Key_Escape);
+    const Ref<NSFont> bold = NSFont::fontWithName_size("Arial Bold", 14.0);
+    field->setFont(bold);
+    EXPECT_EQ(field->attributedStringValue()->runs()[0].attributes[NSFontAttributeName], bold.get())
+        << "plain again";
+    ground->setHidden(true);
+    EXPECT_FALSE(field->isEditing());
 }
 
 TEST_F(NSTextFieldTest, SetsTheTextInPlaceOfItsOwn)
@@ -286,6 +298,12 @@ TEST_F(NSTextFieldTest, KeepsAttributesWhereTheyCount)
     type("one");
     EXPECT_EQ(field->attributedStringValue()->runs().size(), 1U);
     EXPECT_EQ(utf8(field->stringValue()), "one");
+    field->setAttributedStringValue(rich());
+    key(Qt::Key_Home, "", Qt::ControlModifier);
+    type("x");
+    EXPECT_EQ(editor().document()->firstBlock().begin().fragment().charFormat().foreground().color(),
+              QColor(Qt::black))
+        << "what shows is what there is";
 }
 
 TEST_F(NSTextFieldTest, FollowsAClickedLink)
@@ -307,6 +325,9 @@ TEST_F(NSTextFieldTest, FollowsAClickedLink)
     pointer(QEvent::MouseMove, QPoint(26, 10));
     pointer(QEvent::MouseButtonRelease, QPoint(26, 10));
     EXPECT_EQ(opened.take(), Messages{}) << "a part of it was selected";
+    pointer(QEvent::MouseButtonPress, link);
+    pointer(QEvent::MouseButtonRelease, QPoint(100, 10));
+    EXPECT_EQ(opened.take(), Messages{}) << "another link";
     key(Qt::Key_End);
     key(Qt::Key_Return, "\r");
     EXPECT_EQ(opened.take(), Messages{"a:2"}) << "the caret is on it";
