@@ -111,9 +111,13 @@ void popUp(const NSMenu& menu, QPoint place, QWidget& view)
     shown->popup(place);
 }
 
-NSEventType typeOf(const QEvent& event)
+/// As what a view gets an event of the pointer; none for all others.
+std::optional<NSEventType> typeOf(const QEvent& event)
 {
     switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        return NSEventType::LeftMouseDown;
     case QEvent::MouseMove:
         return NSEventType::LeftMouseDragged;
     case QEvent::MouseButtonRelease:
@@ -121,7 +125,7 @@ NSEventType typeOf(const QEvent& event)
     case QEvent::ContextMenu:
         return NSEventType::RightMouseDown;
     default:
-        return NSEventType::LeftMouseDown;
+        return std::nullopt;
     }
 }
 
@@ -514,7 +518,9 @@ void ViewPeer::updateCursor()
     if (_view == nullptr || !_pointer || _handle) { // over a viewport, the toolkit's
         return;
     }
-    const Ref<NSCursor> cursor = _view->cursorAtPoint(toView(*_pointer));
+    const EventInProgress progress;
+    const Ref<NSView> view(_view);
+    const Ref<NSCursor> cursor = view->cursorAtPoint(toView(*_pointer));
     setCursor(cursor ? toQt(cursor->shape()) : Qt::ArrowCursor);
 }
 
@@ -586,10 +592,11 @@ void ViewPeer::contextMenuEvent(QContextMenuEvent* event)
     if (_view == nullptr) {
         return;
     }
+    const QPointer<ViewPeer> self(this); // a host's window may go, and its widgets with it
     _view->cursorRects();
     const Ref<NSMenu> menu = _view->menuForEvent(
         eventAt(mapFromGlobal(QPointF(event->globalPos())), NSEventType::RightMouseDown).get());
-    if (menu && _view != nullptr) {
+    if (menu && self && _view != nullptr) {
         popUp(*menu, event->globalPos(), *this);
         event->accept();
     }
