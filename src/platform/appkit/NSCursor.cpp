@@ -8,11 +8,6 @@ template <NSCursor::Shape shape> Ref<NSCursor> NSCursor::cursor()
     return QCoreApplication::instance() != nullptr ? only : nullptr;
 }
 
-Ref<NSCursor> NSCursor::arrowCursor()
-{
-    return cursor<Shape::Arrow>();
-}
-
 Ref<NSCursor> NSCursor::IBeamCursor()
 {
     return cursor<Shape::IBeam>();

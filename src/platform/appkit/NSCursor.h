@@ -2,17 +2,16 @@
 
 #include "platform/foundation/NSObject.h"
 
-/// How the pointer shows; immutable. There is one object of each kind.
+/// How the pointer shows where it is not an arrow; immutable. There is one object of each kind.
 class TESSALINE_EXPORT NSCursor final : public NSObject
 {
 public:
     // Null where there is no application (`NSApplication`), and so no desktop that has cursors.
 
-    static Ref<NSCursor> arrowCursor();
     static Ref<NSCursor> IBeamCursor();
     static Ref<NSCursor> pointingHandCursor();
 
-    enum class Shape { Arrow, IBeam, PointingHand };
+    enum class Shape { IBeam, PointingHand };
     Shape shape() const { return _shape; }
 
 private:

@@ -81,19 +81,6 @@ private:
     double _blurRadius;
 };
 
-Qt::CursorShape toQt(NSCursor::Shape shape)
-{
-    switch (shape) {
-    case NSCursor::Shape::IBeam:
-        return Qt::IBeamCursor;
-    case NSCursor::Shape::PointingHand:
-        return Qt::PointingHandCursor;
-    case NSCursor::Shape::Arrow:
-        break;
-    }
-    return Qt::ArrowCursor;
-}
-
 /// Shows a menu until an item is chosen or the user presses elsewhere, at the longest until `view` is gone.
 /// Returns at once.
 void popUp(const NSMenu& menu, QPoint place, QWidget& view)
@@ -521,7 +508,9 @@ void ViewPeer::updateCursor()
     const EventInProgress progress;
     const Ref<NSView> view(_view);
     const Ref<NSCursor> cursor = view->cursorAtPoint(toView(*_pointer));
-    setCursor(cursor ? toQt(cursor->shape()) : Qt::ArrowCursor);
+    setCursor(!cursor                                     ? Qt::ArrowCursor
+              : cursor->shape() == NSCursor::Shape::IBeam ? Qt::IBeamCursor
+                                                          : Qt::PointingHandCursor);
 }
 
 void ViewPeer::updateCursorLater()
