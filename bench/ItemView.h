@@ -37,6 +37,16 @@ struct Still {
     int operator()(const QScrollBar& bar) const { return bar.value(); }
 };
 
+/// A step further each time, and from the end back to the beginning.
+struct Onward {
+    int operator()(const QScrollBar& bar) const
+    {
+        return bar.value() + step <= bar.maximum() ? bar.value() + step : 0;
+    }
+
+    int step; // in points
+};
+
 /// The same places in each run.
 struct Random {
     int operator()(const QScrollBar& bar)

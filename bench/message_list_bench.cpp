@@ -179,9 +179,17 @@ void redrawStockMessages(benchmark::State& state)
 }
 void scrollMessages(benchmark::State& state)
 {
-    paintOurs(state, Random());
+    paintOurs(state, Onward{kRowHeight});
 }
 void scrollStockMessages(benchmark::State& state)
+{
+    paintStock(state, Onward{kRowHeight});
+}
+void jumpMessages(benchmark::State& state)
+{
+    paintOurs(state, Random());
+}
+void jumpStockMessages(benchmark::State& state)
 {
     paintStock(state, Random());
 }
@@ -189,5 +197,7 @@ BENCHMARK(redrawMessages)->Arg(1000)->Arg(1'000'000)->Unit(benchmark::kMicroseco
 BENCHMARK(redrawStockMessages)->Arg(1000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(scrollMessages)->Arg(1000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
 BENCHMARK(scrollStockMessages)->Arg(1000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(jumpMessages)->Arg(1000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(jumpStockMessages)->Arg(1000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
 
 } // namespace

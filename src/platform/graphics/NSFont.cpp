@@ -93,6 +93,9 @@ Ref<NSFont> NSFont::fontWithName_size(const char* name, double size)
     native->font.setBold(bold);
     // Unhinted, so that widths scale exactly with the size and do not depend on the screen.
     native->font.setHintingPreference(QFont::PreferNoHinting);
+    // In grey, not in the screen's coloured fractions of pixels: what is painted must not depend on what is
+    // behind it.
+    native->font.setStyleStrategy(QFont::NoSubpixelAntialias);
     const double wholeSize = std::ceil(native->pointSize);
     native->font.setPixelSize(static_cast<int>(wholeSize));
     native->scale = native->pointSize / wholeSize;

@@ -10,6 +10,7 @@
 #include "platform/qt/Conversions.h"
 #include "platform/qt/Native.h"
 #include "platform/qt/TextLayout.h"
+#include "platform/qt/TextPictures.h"
 
 #include <QLinearGradient>
 #include <QPainter>
@@ -256,7 +257,7 @@ void PainterGraphicsContext::drawText(const NSAttributedString& text, NSRect rec
     if (!fits) {
         clipToPixelsOf(_painter, rect);
     }
-    layout->draw(_painter, ::toQt(rect.origin), text, {0, text.length()});
+    ::drawText(_painter, ::toQt(rect.origin), *layout, text);
 }
 
 void PainterGraphicsContext::drawTextAtPoint(const NSAttributedString& text, NSPoint point)
@@ -266,7 +267,7 @@ void PainterGraphicsContext::drawTextAtPoint(const NSAttributedString& text, NSP
     if (!_flipped) {
         flipAbout(_painter, {point, layout->size()});
     }
-    layout->draw(_painter, ::toQt(point), text, {0, text.length()});
+    ::drawText(_painter, ::toQt(point), *layout, text);
 }
 
 void PainterGraphicsContext::drawGlyphs(const NSLayoutManager& layout, NSRange glyphs, NSPoint origin)

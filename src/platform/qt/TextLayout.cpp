@@ -200,6 +200,12 @@ void moveGlyphs(QGlyphRun& glyphs, QPointF way)
     glyphs.setBoundingRect(glyphs.boundingRect().translated(way));
 }
 
+std::uint64_t nextIdentifier()
+{
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
 const TextLayout::Run& runAt(const TextLayout::Runs& runs, std::size_t index)
 {
     const auto behind = std::ranges::upper_bound(
@@ -232,8 +238,8 @@ std::shared_ptr<const TextLayout> TextLayout::of(const NSAttributedString& text,
 }
 
 TextLayout::TextLayout(Ref<NSString> text, Runs runs, double width)
-    : _string(std::move(text)), _text(borrowed(*_string)), _runs(std::move(runs)), _width(width),
-      _scale(commonScale(_runs))
+    : _identifier(nextIdentifier()), _string(std::move(text)), _text(borrowed(*_string)),
+      _runs(std::move(runs)), _width(width), _scale(commonScale(_runs))
 {
     qsizetype start = 0;
     for (qsizetype index = 0; index < _text.size();) {
@@ -546,6 +552,21 @@ std::vector<NSRect> TextLayout::rectsOf(NSRange characters) const
         rects.insert(rects.end(), onLine.begin(), onLine.end());
     }
     return rects;
+}
+
+NSRect TextLayout::inkRect() const
+{
+    QRectF ink;
+    for (const Line& line : _lines) {
+        for (const QGlyphRun& run : line.glyphs) {
+            const QRawFont font = run.rawFont();
+            const QList<QPointF> places = run.positions();
+            for (qsizetype index = 0; const quint32 glyph : run.glyphIndexes()) {
+                ink |= font.boundingRect(glyph).translated(places[index++]);
+            }
+        }
+    }
+    return fromQt(QRectF(ink.topLeft() * _scale, ink.size() * _scale));
 }
 
 std::size_t TextLayout::characterAt(NSPoint point, std::size_t lineCount) const

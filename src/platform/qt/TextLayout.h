@@ -12,6 +12,7 @@
 #include <QTextLayout>
 #include <QVarLengthArray>
 
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <vector>
@@ -63,6 +64,9 @@ public:
     /// Widest line by the sum of the line heights, none of them rounded.
     NSSize size() const { return _size; }
 
+    /// Another one for each layout, for as long as the program runs.
+    std::uint64_t identifier() const { return _identifier; }
+
     /// Whether a layout without a limit is the same as one of this width.
     bool fits(double width) const { return _isFlushLeft && _size.width <= width; }
 
@@ -74,6 +78,8 @@ public:
     /// Widens a range to whole characters as they are shown.
     NSRange wholeCharacters(NSRange characters) const;
     std::vector<NSRect> rectsOf(NSRange characters) const;
+    /// What the glyphs cover; some reach out of their lines.
+    NSRect inkRect() const;
     /// The character at a point, or else the nearest on the nearest of the first `lineCount` lines, of
     /// which there is one at least.
     std::size_t characterAt(NSPoint point, std::size_t lineCount) const;
@@ -109,6 +115,7 @@ private:
     void drawGlyphs(QPainter& painter, QPointF origin, const QList<QGlyphRun>& runs) const;
     void underline(QPainter& painter, QPointF origin, const Line& line, NSRange characters) const;
 
+    std::uint64_t _identifier;
     Ref<NSString> _string;
     QString _text; // borrowed from it
     Runs _runs;

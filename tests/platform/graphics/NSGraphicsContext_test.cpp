@@ -1,6 +1,7 @@
 #include "platform/graphics/NSGraphicsContext.h"
 
 #include "platform/foundation/NSAttributes.h"
+#include "platform/foundation/NSNumber.h"
 #include "platform/graphics/NSBezierPath.h"
 #include "platform/graphics/NSColor.h"
 #include "platform/graphics/NSFont.h"
@@ -16,8 +17,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <functional>
 #include <limits>
+#include <string>
 
 namespace
 {
@@ -339,6 +342,83 @@ TEST(NSGraphicsContextTest, SetsTextAtAPointNeitherWrappedNorClipped)
     });
     EXPECT_EQ(operationsOf(*canvas),
               Operations{"drawText \"7\" at {126, 43} font \"Arial\" 12 color sRGB(1, 0, 0, 1)"});
+}
+
+/// The most by which a component of a pixel differs.
+int difference(const QImage& first, const QImage& second)
+{
+    int most = 0;
+    for (int y = 0; y < first.height(); ++y) {
+        for (int x = 0; x < first.width(); ++x) {
+            const QColor a = first.pixelColor(x, y);
+            const QColor b = second.pixelColor(x, y);
+            most = std::max({most, std::abs(a.red() - b.red()), std::abs(a.green() - b.green()),
+                             std::abs(a.blue() - b.blue()), std::abs(a.alpha() - b.alpha())});
+        }
+    }
+    return first.size() == second.size() ? most : std::numeric_limits<int>::max();
+}
+
+TEST(NSGraphicsContextTest, DrawsTextAgainAsTheFirstTime)
+{
+    struct Case {
+        const char* what;
+        const char* string = "f\u00c5 j\u00fcgf"; // reaches out of its place on all sides
+        const char* font = "Arial Italic";
+        double size = 11.0;
+        NSRect rect = NSMakeRect(4.0, 5.0, 36.0, 400.0);
+        double alpha = 1.0;
+        double white = 0.0;
+        bool flipped = true;
+        double scale = 1.0;
+        bool underlined = false;
+    };
+    // In turn, so that none is taken for one before.
+    const std::array cases{
+        Case{.what = "plain"},
+        Case{.what = "in another colour", .white = 0.6},
+        Case{.what = "transparent", .alpha = 0.5},
+        Case{.what = "in another font", .font = "Arial Bold"},
+        Case{.what = "larger", .size = 13.5},
+        Case{.what = "at another place", .rect = NSMakeRect(7.0, 8.0, 36.0, 400.0)},
+        Case{.what = "between pixels", .rect = NSMakeRect(4.3, 5.6, 36.0, 400.0)},
+        Case{.what = "partly outside", .rect = NSMakeRect(-6.0, -4.0, 36.0, 400.0)},
+        Case{.what = "wrapped and clipped", .rect = NSMakeRect(4.0, 5.0, 14.0, 20.0)},
+        Case{.what = "unflipped", .flipped = false},
+        Case{.what = "at one and a half", .scale = 1.5},
+        Case{.what = "at two", .scale = 2.0},
+        Case{.what = "unflipped at two", .flipped = false, .scale = 2.0},
+        Case{.what = "underlined", .underlined = true},
+        Case{.what = "high", .string = "Z\u0317\u0317\u0317\u030d\u030d\u030d\u030d"},
+    };
+    for (const Case& each : cases) {
+        const auto drawn = [&](const std::string& string) {
+            const auto color =
+                NSColor::colorWithSRGBRed_green_blue_alpha(each.white, each.white, 1.0, each.alpha);
+            NSAttributes attributes{{NSFontAttributeName, NSFont::fontWithName_size(each.font, each.size)},
+                                    {NSForegroundColorAttributeName, color}};
+            if (each.underlined) {
+                attributes.set(
+                    {NSUnderlineStyleAttributeName, NSNumber::numberWithInteger(NSUnderlineStyleSingle)});
+            }
+            return pixelsOf(*paint(
+                each.flipped,
+                [&] {
+                    NSColor::whiteColor()->setFill();
+                    NSBezierPath::fillRect(NSMakeRect(0.0, 0.0, 20.0, 30.0)); // on white and on nothing
+                    text(string.c_str())->drawInRect_withAttributes(each.rect, attributes);
+                    NSColor::blackColor()->setFill();
+                    NSBezierPath::fillRect(NSMakeRect(2.0, 2.0, 1.0, 1.0)); // still in its place
+                },
+                each.scale));
+        };
+        // A text of its own, which shows as without the line ends.
+        const QImage once =
+            drawn(each.string + std::string(static_cast<std::size_t>(&each - cases.data()) + 1, '\n'));
+        for (int time = 1; time <= 3; ++time) {
+            EXPECT_LE(difference(drawn(each.string), once), 1) << each.what << ", time " << time;
+        }
+    }
 }
 
 } // namespace
