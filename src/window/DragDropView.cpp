@@ -40,7 +40,8 @@ Ref<NSString> extensionOf(const NSString& path)
 
 } // namespace
 
-constinit const ClassTable DragDropView::table{"DragDropView", &NSView::table, kProperties, {}};
+constinit const ClassTable DragDropView::table{
+    "DragDropView", &NSView::table, kProperties, {}, makeObject<DragDropView>};
 
 const ClassTable& DragDropView::classTable() const
 {

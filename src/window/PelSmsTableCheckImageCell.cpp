@@ -30,8 +30,11 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable PelSmsTableCheckImageCell::table{
-    "PelSmsTableCheckImageCell", &NSButtonCell::table, kProperties, {}};
+constinit const ClassTable PelSmsTableCheckImageCell::table{"PelSmsTableCheckImageCell",
+                                                            &NSButtonCell::table,
+                                                            kProperties,
+                                                            {},
+                                                            makeObject<PelSmsTableCheckImageCell>};
 
 const ClassTable& PelSmsTableCheckImageCell::classTable() const
 {

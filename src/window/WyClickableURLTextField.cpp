@@ -36,7 +36,8 @@ constexpr std::array kSelectors{
 } // namespace
 
 constinit const ClassTable WyClickableURLTextField::table{"WyClickableURLTextField", &NSTextField::table,
-                                                          kProperties, kSelectors};
+                                                          kProperties, kSelectors,
+                                                          makeObject<WyClickableURLTextField>};
 
 const ClassTable& WyClickableURLTextField::classTable() const
 {

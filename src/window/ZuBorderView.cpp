@@ -21,7 +21,8 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable ZuBorderView::table{"ZuBorderView", &NSView::table, kProperties, {}};
+constinit const ClassTable ZuBorderView::table{
+    "ZuBorderView", &NSView::table, kProperties, {}, makeObject<ZuBorderView>};
 
 const ClassTable& ZuBorderView::classTable() const
 {

@@ -19,7 +19,7 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable ZuBox::table{"ZuBox", &NSBox::table, kProperties, {}};
+constinit const ClassTable ZuBox::table{"ZuBox", &NSBox::table, kProperties, {}, makeObject<ZuBox>};
 
 const ClassTable& ZuBox::classTable() const
 {

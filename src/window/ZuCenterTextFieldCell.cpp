@@ -6,7 +6,7 @@
 #include <algorithm>
 
 constinit const ClassTable ZuCenterTextFieldCell::table{
-    "ZuCenterTextFieldCell", &NSTextFieldCell::table, {}, {}};
+    "ZuCenterTextFieldCell", &NSTextFieldCell::table, {}, {}, makeObject<ZuCenterTextFieldCell>};
 
 const ClassTable& ZuCenterTextFieldCell::classTable() const
 {

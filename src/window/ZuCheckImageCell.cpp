@@ -23,7 +23,7 @@ constexpr std::array kSelectors{
 } // namespace
 
 constinit const ClassTable ZuCheckImageCell::table{"ZuCheckImageCell", &NSButtonCell::table, kProperties,
-                                                   kSelectors};
+                                                   kSelectors, makeObject<ZuCheckImageCell>};
 
 const ClassTable& ZuCheckImageCell::classTable() const
 {

@@ -39,7 +39,7 @@ Ref<NSImage> resource(const char* name)
 } // namespace
 
 constinit const ClassTable ZuCheckTableHeaderView::table{
-    "ZuCheckTableHeaderView", &NSTableHeaderView::table, kProperties, {}};
+    "ZuCheckTableHeaderView", &NSTableHeaderView::table, kProperties, {}, makeObject<ZuCheckTableHeaderView>};
 
 const ClassTable& ZuCheckTableHeaderView::classTable() const
 {

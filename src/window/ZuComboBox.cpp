@@ -4,7 +4,8 @@
 #include "platform/foundation/NSMutableArray.h"
 #include "platform/foundation/NSString.h"
 
-constinit const ClassTable ZuComboBox::table{"ZuComboBox", &NSComboBox::table, {}, {}};
+constinit const ClassTable ZuComboBox::table{
+    "ZuComboBox", &NSComboBox::table, {}, {}, makeObject<ZuComboBox>};
 
 const ClassTable& ZuComboBox::classTable() const
 {

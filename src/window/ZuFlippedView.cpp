@@ -2,7 +2,8 @@
 
 #include "platform/foundation/ClassTable.h"
 
-constinit const ClassTable ZuFlippedView::table{"ZuFlippedView", &NSView::table, {}, {}};
+constinit const ClassTable ZuFlippedView::table{
+    "ZuFlippedView", &NSView::table, {}, {}, makeObject<ZuFlippedView>};
 
 const ClassTable& ZuFlippedView::classTable() const
 {

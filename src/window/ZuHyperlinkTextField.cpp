@@ -21,7 +21,7 @@ constexpr std::array kProperties{
 } // namespace
 
 constinit const ClassTable ZuHyperlinkTextField::table{
-    "ZuHyperlinkTextField", &NSTextField::table, kProperties, {}};
+    "ZuHyperlinkTextField", &NSTextField::table, kProperties, {}, makeObject<ZuHyperlinkTextField>};
 
 const ClassTable& ZuHyperlinkTextField::classTable() const
 {

@@ -19,7 +19,8 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable ZuImageCell::table{"ZuImageCell", &NSImageCell::table, kProperties, {}};
+constinit const ClassTable ZuImageCell::table{
+    "ZuImageCell", &NSImageCell::table, kProperties, {}, makeObject<ZuImageCell>};
 
 const ClassTable& ZuImageCell::classTable() const
 {

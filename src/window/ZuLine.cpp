@@ -20,7 +20,7 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable ZuLine::table{"ZuLine", &NSView::table, kProperties, {}};
+constinit const ClassTable ZuLine::table{"ZuLine", &NSView::table, kProperties, {}, makeObject<ZuLine>};
 
 const ClassTable& ZuLine::classTable() const
 {

@@ -5,7 +5,8 @@
 #include "platform/foundation/NSString.h"
 #include "window/ZuMultiSelectComboBoxData.h"
 
-constinit const ClassTable ZuMultiSelectComboBox::table{"ZuMultiSelectComboBox", &NSComboBox::table, {}, {}};
+constinit const ClassTable ZuMultiSelectComboBox::table{
+    "ZuMultiSelectComboBox", &NSComboBox::table, {}, {}, makeObject<ZuMultiSelectComboBox>};
 
 const ClassTable& ZuMultiSelectComboBox::classTable() const
 {

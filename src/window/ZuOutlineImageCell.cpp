@@ -21,7 +21,7 @@ constexpr std::array kProperties{
 } // namespace
 
 constinit const ClassTable ZuOutlineImageCell::table{
-    "ZuOutlineImageCell", &NSTextFieldCell::table, kProperties, {}};
+    "ZuOutlineImageCell", &NSTextFieldCell::table, kProperties, {}, makeObject<ZuOutlineImageCell>};
 
 const ClassTable& ZuOutlineImageCell::classTable() const
 {

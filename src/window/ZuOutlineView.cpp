@@ -14,7 +14,8 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable ZuOutlineView::table{"ZuOutlineView", &NSOutlineView::table, kProperties, {}};
+constinit const ClassTable ZuOutlineView::table{
+    "ZuOutlineView", &NSOutlineView::table, kProperties, {}, makeObject<ZuOutlineView>};
 
 const ClassTable& ZuOutlineView::classTable() const
 {

@@ -27,7 +27,8 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable ZuProgressView::table{"ZuProgressView", &NSView::table, kProperties, {}};
+constinit const ClassTable ZuProgressView::table{
+    "ZuProgressView", &NSView::table, kProperties, {}, makeObject<ZuProgressView>};
 
 const ClassTable& ZuProgressView::classTable() const
 {

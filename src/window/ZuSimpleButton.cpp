@@ -37,7 +37,8 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable ZuSimpleButton::table{"ZuSimpleButton", &NSButton::table, kProperties, {}};
+constinit const ClassTable ZuSimpleButton::table{
+    "ZuSimpleButton", &NSButton::table, kProperties, {}, makeObject<ZuSimpleButton>};
 
 const ClassTable& ZuSimpleButton::classTable() const
 {

@@ -20,7 +20,8 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable ZuSmsImageCell::table{"ZuSmsImageCell", &NSTextFieldCell::table, kProperties, {}};
+constinit const ClassTable ZuSmsImageCell::table{
+    "ZuSmsImageCell", &NSTextFieldCell::table, kProperties, {}, makeObject<ZuSmsImageCell>};
 
 const ClassTable& ZuSmsImageCell::classTable() const
 {

@@ -30,7 +30,7 @@ constexpr std::array kProperties{
 } // namespace
 
 constinit const ClassTable ZuTableCheckImageCell::table{
-    "ZuTableCheckImageCell", &NSCell::table, kProperties, {}};
+    "ZuTableCheckImageCell", &NSCell::table, kProperties, {}, makeObject<ZuTableCheckImageCell>};
 
 const ClassTable& ZuTableCheckImageCell::classTable() const
 {

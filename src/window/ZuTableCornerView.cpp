@@ -18,7 +18,8 @@ Ref<NSColor> grey()
 
 } // namespace
 
-constinit const ClassTable ZuTableCornerView::table{"ZuTableCornerView", &NSView::table, {}, {}};
+constinit const ClassTable ZuTableCornerView::table{
+    "ZuTableCornerView", &NSView::table, {}, {}, makeObject<ZuTableCornerView>};
 
 const ClassTable& ZuTableCornerView::classTable() const
 {

@@ -19,7 +19,8 @@ constexpr double kTitleInset = 1.0; // above and below
 
 } // namespace
 
-constinit const ClassTable ZuTableHeaderCell::table{"ZuTableHeaderCell", &NSTableHeaderCell::table, {}, {}};
+constinit const ClassTable ZuTableHeaderCell::table{
+    "ZuTableHeaderCell", &NSTableHeaderCell::table, {}, {}, makeObject<ZuTableHeaderCell>};
 
 const ClassTable& ZuTableHeaderCell::classTable() const
 {

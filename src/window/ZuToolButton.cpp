@@ -79,7 +79,8 @@ NSSize sizeOf(const NSImage* image)
 
 } // namespace
 
-constinit const ClassTable ZuToolButton::table{"ZuToolButton", &NSButton::table, kProperties, {}};
+constinit const ClassTable ZuToolButton::table{
+    "ZuToolButton", &NSButton::table, kProperties, {}, makeObject<ZuToolButton>};
 
 const ClassTable& ZuToolButton::classTable() const
 {

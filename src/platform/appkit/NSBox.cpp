@@ -35,7 +35,7 @@ NSAttributes titleAttributes()
 
 } // namespace
 
-constinit const ClassTable NSBox::table{"NSBox", &NSView::table, kProperties, {}};
+constinit const ClassTable NSBox::table{"NSBox", &NSView::table, kProperties, {}, makeObject<NSBox>};
 
 const ClassTable& NSBox::classTable() const
 {

@@ -29,7 +29,8 @@ constexpr std::array kSelectors{
 
 } // namespace
 
-constinit const ClassTable NSButton::table{"NSButton", &NSControl::table, kProperties, kSelectors};
+constinit const ClassTable NSButton::table{"NSButton", &NSControl::table, kProperties, kSelectors,
+                                           makeObject<NSButton>};
 
 const ClassTable& NSButton::classTable() const
 {

@@ -23,7 +23,8 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable NSButtonCell::table{"NSButtonCell", &NSCell::table, kProperties, {}};
+constinit const ClassTable NSButtonCell::table{
+    "NSButtonCell", &NSCell::table, kProperties, {}, makeObject<NSButtonCell>};
 
 const ClassTable& NSButtonCell::classTable() const
 {

@@ -24,7 +24,7 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable NSCell::table{"NSCell", &NSObject::table, kProperties, {}};
+constinit const ClassTable NSCell::table{"NSCell", &NSObject::table, kProperties, {}, makeObject<NSCell>};
 
 const ClassTable& NSCell::classTable() const
 {

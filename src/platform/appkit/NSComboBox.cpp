@@ -37,7 +37,8 @@ private:
 
 } // namespace
 
-constinit const ClassTable NSComboBox::table{"NSComboBox", &NSTextField::table, kProperties, {}};
+constinit const ClassTable NSComboBox::table{
+    "NSComboBox", &NSTextField::table, kProperties, {}, makeObject<NSComboBox>};
 
 const ClassTable& NSComboBox::classTable() const
 {

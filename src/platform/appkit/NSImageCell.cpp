@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-constinit const ClassTable NSImageCell::table{"NSImageCell", &NSCell::table, {}, {}};
+constinit const ClassTable NSImageCell::table{"NSImageCell", &NSCell::table, {}, {}, makeObject<NSImageCell>};
 
 const ClassTable& NSImageCell::classTable() const
 {

@@ -62,7 +62,8 @@ void NSOutlineViewDelegate::outlineView_willDisplayCell_forTableColumn_item(NSOu
 
 void NSOutlineViewDelegate::outlineViewSelectionDidChange(NSOutlineView* /*view*/) {}
 
-constinit const ClassTable NSOutlineView::table{"NSOutlineView", &NSTableView::table, kProperties, {}};
+constinit const ClassTable NSOutlineView::table{
+    "NSOutlineView", &NSTableView::table, kProperties, {}, makeObject<NSOutlineView>};
 
 const ClassTable& NSOutlineView::classTable() const
 {

@@ -4,7 +4,8 @@
 #include "platform/appkit/NSTableView.h"
 #include "platform/foundation/ClassTable.h"
 
-constinit const ClassTable NSScrollView::table{"NSScrollView", &NSView::table, {}, {}};
+constinit const ClassTable NSScrollView::table{
+    "NSScrollView", &NSView::table, {}, {}, makeObject<NSScrollView>};
 
 const ClassTable& NSScrollView::classTable() const
 {

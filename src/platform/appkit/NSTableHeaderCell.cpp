@@ -18,7 +18,8 @@ constexpr double kTitleInset = 4.0; // beyond that of the text
 
 } // namespace
 
-constinit const ClassTable NSTableHeaderCell::table{"NSTableHeaderCell", &NSTextFieldCell::table, {}, {}};
+constinit const ClassTable NSTableHeaderCell::table{
+    "NSTableHeaderCell", &NSTextFieldCell::table, {}, {}, makeObject<NSTableHeaderCell>};
 
 const ClassTable& NSTableHeaderCell::classTable() const
 {

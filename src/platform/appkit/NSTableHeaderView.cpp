@@ -11,7 +11,8 @@
 #include <algorithm>
 #include <utility>
 
-constinit const ClassTable NSTableHeaderView::table{"NSTableHeaderView", &NSView::table, {}, {}};
+constinit const ClassTable NSTableHeaderView::table{
+    "NSTableHeaderView", &NSView::table, {}, {}, makeObject<NSTableHeaderView>};
 
 const ClassTable& NSTableHeaderView::classTable() const
 {

@@ -33,7 +33,8 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable NSTextField::table{"NSTextField", &NSControl::table, kProperties, {}};
+constinit const ClassTable NSTextField::table{
+    "NSTextField", &NSControl::table, kProperties, {}, makeObject<NSTextField>};
 
 const ClassTable& NSTextField::classTable() const
 {

@@ -28,7 +28,8 @@ constexpr std::array kProperties{
 
 } // namespace
 
-constinit const ClassTable NSTextFieldCell::table{"NSTextFieldCell", &NSCell::table, kProperties, {}};
+constinit const ClassTable NSTextFieldCell::table{
+    "NSTextFieldCell", &NSCell::table, kProperties, {}, makeObject<NSTextFieldCell>};
 
 const ClassTable& NSTextFieldCell::classTable() const
 {

@@ -17,6 +17,8 @@ struct PropertyEntry {
     Ref<NSObject> (*get)(const NSObject& object);
     /// False, and nothing changed, if the value is not of the property's type.
     bool (*set)(NSObject& object, NSObject* value);
+    /// Whether the property's type is `NSObject`: an object with a part to play, of whatever class.
+    bool takesAnyObject = false;
 };
 
 /// One method that can be called by selector.
@@ -32,6 +34,8 @@ struct TESSALINE_EXPORT ClassTable {
     const ClassTable* base;
     std::span<const PropertyEntry> properties;
     std::span<const SelectorEntry> selectors;
+    /// Makes an object in its allocated state; null for classes that interface files do not name.
+    Ref<NSObject> (*factory)() = nullptr;
 
     const PropertyEntry* findProperty(std::string_view key) const;
     const SelectorEntry* findSelector(SEL selector) const;
@@ -92,6 +96,8 @@ template <class GetterClass, class SetterClass, class T, class Argument, T (Gett
           void (SetterClass::*Setter)(Argument)>
 requires std::same_as<Argument, T> || std::same_as<Ref<std::remove_pointer_t<Argument>>, T>
 struct Property<Getter, Setter> {
+    static constexpr bool kTakesAnyObject = std::same_as<T, Ref<NSObject>>;
+
     static Ref<NSObject> get(const NSObject& object)
     {
         return Boxing<T>::box((static_cast<const GetterClass&>(object).*Getter)());
@@ -130,11 +136,17 @@ template <class Class, void (Class::*Method)(NSObject*)> struct Selector<Method>
 template <auto Getter, auto Setter> constexpr PropertyEntry property(std::string_view name)
 {
     using Access = class_table_detail::Property<Getter, Setter>;
-    return {name, &Access::get, &Access::set};
+    return {name, &Access::get, &Access::set, Access::kTakesAnyObject};
 }
 
 /// An entry for `Method`, a member function without result that takes nothing or an `NSObject*`.
 template <auto Method> constexpr SelectorEntry selector(std::string_view name)
 {
     return {name, &class_table_detail::Selector<Method>::perform};
+}
+
+/// The factory of a class that needs no arguments.
+template <class T> Ref<NSObject> makeObject()
+{
+    return make<T>();
 }
