@@ -17,7 +17,8 @@ public:
     Ref<NSObject> target() const { return _target.get(); }
     void setTarget(NSObject* target) { _target = target; }
 
-    /// The method that is called on the target, with the control as argument.
+    /// The method that is called on the target, with the control as argument. By name (`setValue_forKey`) it
+    /// is a text, which has to be a method of the present target.
     SEL action() const { return _action; }
     void setAction(SEL action) { _action = action; }
 

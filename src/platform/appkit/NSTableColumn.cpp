@@ -2,9 +2,11 @@
 
 #include "platform/appkit/NSTableHeaderCell.h"
 #include "platform/appkit/NSTableView.h"
+#include "platform/foundation/ClassTable.h"
 #include "platform/foundation/NSString.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -14,12 +16,28 @@ namespace
 constexpr double kNarrowest = 1.0;
 constexpr double kWidest = 10000.0;
 
+constexpr std::array kProperties{
+    property<&NSTableColumn::identifier, &NSTableColumn::setIdentifier>("identifier"),
+    property<&NSTableColumn::title, &NSTableColumn::setTitle>("title"),
+    property<&NSTableColumn::width, &NSTableColumn::setWidth>("width"),
+    property<&NSTableColumn::minWidth, &NSTableColumn::setMinWidth>("minWidth"),
+    property<&NSTableColumn::maxWidth, &NSTableColumn::setMaxWidth>("maxWidth"),
+};
+
 double limited(double width, double least, double most)
 {
     return std::isnan(width) ? least : std::round(std::clamp(width, least, std::max(least, most)));
 }
 
 } // namespace
+
+constinit const ClassTable NSTableColumn::table{
+    "NSTableColumn", &NSObject::table, kProperties, {}, makeObject<NSTableColumn>};
+
+const ClassTable& NSTableColumn::classTable() const
+{
+    return table;
+}
 
 NSTableColumn::NSTableColumn()
     : _identifier(NSString::stringWithCharacters(u"")), _headerCell(make<NSTableHeaderCell>()),
@@ -31,10 +49,15 @@ NSTableColumn::~NSTableColumn() = default;
 
 NSTableColumn* NSTableColumn::initWithIdentifier(Ref<NSString> identifier)
 {
+    setIdentifier(std::move(identifier));
+    return this;
+}
+
+void NSTableColumn::setIdentifier(Ref<NSString> identifier)
+{
     if (identifier) {
         _identifier = std::move(identifier);
     }
-    return this;
 }
 
 Ref<NSString> NSTableColumn::identifier() const

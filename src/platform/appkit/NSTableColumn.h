@@ -14,9 +14,11 @@ class TESSALINE_EXPORT NSTableColumn : public NSObject
 public:
     NSTableColumn();
 
-    /// Set-up with a name that tells columns apart; null counts as empty.
+    /// Set-up with an identifier.
     NSTableColumn* initWithIdentifier(Ref<NSString> identifier);
+    /// A name that tells columns apart. Empty by default; null changes nothing.
     Ref<NSString> identifier() const;
+    void setIdentifier(Ref<NSString> identifier);
 
     /// In whole points, at least `minWidth` and at most `maxWidth`: setting any of them rounds and limits.
     /// Defaults 100, 10 and 10,000. The user changes the width by the header.
@@ -43,6 +45,9 @@ public:
 
     /// The table that the column is in; borrowed, null for none.
     NSTableView* tableView() const { return _tableView; }
+
+    const ClassTable& classTable() const override;
+    static const ClassTable table;
 
 protected:
     ~NSTableColumn() override;

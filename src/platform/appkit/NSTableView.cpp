@@ -28,6 +28,8 @@ namespace
 constexpr double kHeaderHeight = 23.0;
 
 constexpr std::array kProperties{
+    property<&NSTableView::dataSource, &NSTableView::setDataSource>("dataSource"),
+    property<&NSTableView::delegate, &NSTableView::setDelegate>("delegate"),
     property<&NSTableView::rowHeight, &NSTableView::setRowHeight>("rowHeight"),
     property<&NSTableView::font, &NSTableView::setFont>("font"),
     property<&NSTableView::allowsMultipleSelection, &NSTableView::setAllowsMultipleSelection>(
@@ -56,7 +58,8 @@ void NSTableViewDelegate::tableViewSelectionDidChange(NSTableView* /*view*/) {}
 
 void NSTableViewDelegate::tableView_didClickTableColumn(NSTableView* /*view*/, NSTableColumn* /*column*/) {}
 
-constinit const ClassTable NSTableView::table{"NSTableView", &NSControl::table, kProperties, {}};
+constinit const ClassTable NSTableView::table{
+    "NSTableView", &NSControl::table, kProperties, {}, makeObject<NSTableView>};
 
 const ClassTable& NSTableView::classTable() const
 {

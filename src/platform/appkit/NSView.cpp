@@ -30,6 +30,7 @@ namespace
 constexpr std::array kProperties{
     property<&NSView::isHidden, &NSView::setHidden>("hidden"),
     property<&NSView::toolTip, &NSView::setToolTip>("toolTip"),
+    property<&NSView::accessibilityLabel, &NSView::setAccessibilityLabel>("accessibilityLabel"),
 };
 
 /// Counts the changes to the places of views, by which cursor rectangles go out of date.
@@ -37,7 +38,7 @@ std::uint64_t placing = 1;
 
 } // namespace
 
-constinit const ClassTable NSView::table{"NSView", &NSObject::table, kProperties, {}};
+constinit const ClassTable NSView::table{"NSView", &NSObject::table, kProperties, {}, makeObject<NSView>};
 
 const ClassTable& NSView::classTable() const
 {
@@ -86,6 +87,22 @@ void NSView::takeSizeOfPeer(NSSize size)
     ++placing;
     _frame.size = size;
     sizeDidChange();
+}
+
+void NSView::takePlaceOfPeer()
+{
+    NSRect place = fromQt(QRectF(_peer->placeInSuperview()));
+    const NSPoint origin = _superview->originOfPeer();
+    place.origin.x += origin.x;
+    place.origin.y = _superview->isFlipped()
+                         ? place.origin.y + origin.y
+                         : _superview->_frame.size.height - place.origin.y - place.size.height;
+    const bool resized = _frame.size != place.size;
+    ++placing;
+    _frame = place;
+    if (resized) {
+        sizeDidChange();
+    }
 }
 
 void NSView::sizeDidChange()
@@ -598,6 +615,10 @@ ViewPeer* NSView::makePeer()
 void NSView::placePeer()
 {
     if (_peer == nullptr) {
+        return;
+    }
+    if (_superview != nullptr && _peer->follows()) {
+        takePlaceOfPeer();
         return;
     }
     const auto [x, y] = _frame.origin;

@@ -50,7 +50,8 @@ public:
     /// rounded.
     NSRect frame() const { return _frame; }
     /// Places the view again; subviews keep their frames. Coordinates and sizes that are not finite become
-    /// 0, as do negative sizes.
+    /// 0, as do negative sizes. A view from an interface file that a layout has placed there stays where it
+    /// is.
     void setFrame(NSRect frame);
     /// The view's rectangle in its own coordinates: its frame's size at (0, 0).
     NSRect bounds() const { return {{}, _frame.size}; }
@@ -250,6 +251,8 @@ private:
     void castShadow();
     /// Takes a size that a window or host has given the peer.
     void takeSizeOfPeer(NSSize size);
+    /// Takes the place in the superview that a layout or a widget of the toolkit's has given the peer.
+    void takePlaceOfPeer();
     /// Whether the view is in another or is a window's content view.
     bool hasPlace() const { return _superview != nullptr || _contentWindow != nullptr; }
     /// Leaves the superview, or the window whose content view this is.
@@ -259,7 +262,7 @@ private:
     virtual ViewPeer* makePeer();
     /// The place in the view's coordinates of its peer's top-left corner, for flipped views.
     virtual NSPoint originOfPeer() const { return {}; }
-    /// Gives the peer its place.
+    /// Gives the peer its place, or takes it from one that follows others.
     virtual void placePeer();
     /// Takes the peers of the subviews out of this view's, so that they outlive it.
     void detachPeersOfSubviews();

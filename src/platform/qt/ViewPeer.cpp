@@ -116,6 +116,32 @@ std::optional<NSEventType> typeOf(const QEvent& event)
     }
 }
 
+/// Has a view's frame follow its widget, and the toolkit's own widgets around that up to the next view's.
+class Follower final : public QObject
+{
+public:
+    explicit Follower(ViewPeer& peer) : _peer(peer)
+    {
+        QWidget* widget = &peer;
+        do {
+            widget->installEventFilter(this);
+            widget = widget->parentWidget();
+        } while (widget != nullptr && dynamic_cast<ViewPeer*>(widget) == nullptr);
+    }
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        if (event->type() == QEvent::Move || event->type() == QEvent::Resize) {
+            _peer.didMove();
+        }
+        return false;
+    }
+
+private:
+    ViewPeer& _peer;
+};
+
 } // namespace
 
 EventInProgress::EventInProgress()
@@ -252,6 +278,24 @@ void ViewPeer::place(const QRect& geometry)
     setGeometry(geometry);
 }
 
+void ViewPeer::follow()
+{
+    _follower = std::make_unique<Follower>(*this);
+}
+
+QRect ViewPeer::placeInSuperview() const
+{
+    const QWidget* const around = _view->superview()->widget();
+    return {mapTo(around, QPoint()), size()};
+}
+
+void ViewPeer::didMove()
+{
+    if (_view != nullptr && _view->superview() != nullptr) {
+        _view->placePeer();
+    }
+}
+
 void ViewPeer::showToolTip(const NSString* text)
 {
     if (text == nullptr) {
@@ -288,9 +332,13 @@ void ViewPeer::attach()
     }
     const auto attachNow = [this] {
         if (_view != nullptr && _view->superview() != nullptr) {
-            _outermost->setParent(_view->superview()->widget());
+            if (!follows()) {
+                _outermost->setParent(_view->superview()->widget());
+            }
             _view->placePeer();
-            setHidden(_view->isHidden());
+            if (!follows() || _view->isHidden()) { // of what is around, pages hide those that do not show
+                setHidden(_view->isHidden());
+            }
         }
     };
     if (_outermost->parentWidget() == nullptr) {
@@ -305,6 +353,7 @@ void ViewPeer::detach()
     if (_fixed) {
         return;
     }
+    _follower = nullptr;
     if (drawingsInProgress == 0) {
         _outermost->setParent(nullptr);
         return;
@@ -458,8 +507,9 @@ void ViewPeer::drawFocusRing()
 
 void ViewPeer::resizeEvent(QResizeEvent* event)
 {
-    // The window sizes its content view, and a host its views; all others are sized by their frames.
-    if (_view != nullptr && event->size() != _placed) {
+    // The window sizes its content view, and a host its views; all others follow it or are sized by their
+    // frames.
+    if (_view != nullptr && !follows() && event->size() != _placed) {
         _placed = event->size();
         _view->takeSizeOfPeer({QSizeF(_placed).width(), QSizeF(_placed).height()});
     }

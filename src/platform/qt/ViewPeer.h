@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class NSDraggingInfo;
@@ -80,6 +81,15 @@ public:
 
     /// Gives the widget the place of the view's frame.
     void place(const QRect& geometry);
+
+    /// From now on, until the widget is taken from where it is, others place it: a layout, or widgets of the
+    /// toolkit's own between it and that of the superview. The view's frame follows.
+    void follow();
+    bool follows() const { return _follower != nullptr; }
+    /// The widget's place in that of the superview.
+    QRect placeInSuperview() const;
+    /// Called when the widget that is followed has moved.
+    void didMove();
 
     void showToolTip(const NSString* text);
 
@@ -153,6 +163,7 @@ private:
     QPointer<QWidget> _embedded;          // null for none
     QEvent* _event = nullptr;             // that is being handled
     bool _handedOn = false;               // whether what is embedded gets it
+    std::unique_ptr<QObject> _follower;   // null unless the frame follows
     QSize _placed;                        // the size that the view's frame asks for
     std::optional<QPointF> _pointer; // where the pointer is, in the widget's coordinates, if it is inside
     bool _reachedByKey = false;      // the way in which the focus came last
