@@ -9,6 +9,7 @@
 
 class NSAttributedString;
 class NSAttributes;
+class NSData;
 
 /// How a text is searched.
 using NSStringCompareOptions = unsigned long;
@@ -22,6 +23,13 @@ public:
     /// Null if `text` is null or no valid UTF-8.
     static Ref<NSString> stringWithUTF8String(const char* text);
     static Ref<NSString> stringWithCharacters(std::u16string_view characters);
+    /// The text of bytes in a character set by its name, such as "windows-1252" or "Shift_JIS", in either
+    /// case; a byte-order mark is text where the name tells the order. What is no character becomes U+FFFD,
+    /// and `usedLossyConversion`, unless null, tells whether there was any. Null if data or name are null,
+    /// the name is unknown, or there are 2 GiB of bytes or more.
+    static Ref<NSString> stringWithData_charset_usedLossyConversion(const NSData* data,
+                                                                    const NSString* charset,
+                                                                    bool* usedLossyConversion);
 
     std::size_t length() const { return _characters.size(); }
     std::u16string_view characters() const { return _characters; }

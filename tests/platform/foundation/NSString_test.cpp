@@ -1,5 +1,6 @@
 #include "platform/foundation/NSString.h"
 
+#include "platform/foundation/NSData.h"
 #include "support/Drawing.h"
 
 #include <gtest/gtest.h>
@@ -26,6 +27,50 @@ TEST(NSStringTest, RefusesInvalidUTF8)
     EXPECT_EQ(NSString::stringWithUTF8String(nullptr), nullptr);
     EXPECT_EQ(NSString::stringWithCharacters(u"\xD83D!\xDE00\xD83D")->UTF8String(),
               "\xEF\xBF\xBD!\xEF\xBF\xBD\xEF\xBF\xBD");
+}
+
+TEST(NSStringTest, DecodesBytesInNamedCharacterSets)
+{
+    const struct {
+        const char* charset;
+        std::string_view bytes;
+        const char* expected; // null for a name that is unknown
+        bool isLossy = false;
+    } cases[] = {
+        {"windows-1252", "\x80 M\xFCller", "\u20ac M\u00fcller"},
+        {"ISO-8859-1", "\xFC", "\u00fc"},
+        {"utf-8", "\xEF\xBB\xBF\u00fc", "\ufeff\u00fc"}, // a byte-order mark is text
+        {"UTF-8", "a\xFF\xFEz\xC3", "a\ufffd\ufffdz\ufffd", true},
+        {"UTF-8", "\xED\xA0\x80", "\ufffd\ufffd\ufffd", true},
+        {"UTF-8", "\ufffd", "\ufffd"},
+        {"UTF-16LE", std::string_view("\xFF\xFE\x3D\xD8\x00\xDE", 6), "\ufeff\U0001f600"},
+        {"UTF-16BE", std::string_view("\0a\xD8\x3D\0b\0", 7), "a\ufffdb\ufffd", true},
+        {"shift_jis", "\x93\xFA\x96\x7B", "\u65e5\u672c"},
+        {"Shift_JIS", "\x93", "\ufffd", true},
+        {"US-ASCII", "\xE4", "\ufffd", true},
+        {"GB18030", "", ""},
+        {"", "a", nullptr},
+        {"no such set", "a", nullptr},
+        {"/etc/passwd", "a", nullptr},
+    };
+    for (const auto& [charset, bytes, expected, isLossy] : cases) {
+        const Ref<NSData> data = NSData::dataWithBytes_length(bytes.data(), bytes.size());
+        bool lossy = !isLossy;
+        const Ref<NSString> decoded =
+            NSString::stringWithData_charset_usedLossyConversion(data.get(), text(charset).get(), &lossy);
+        EXPECT_EQ(utf8(decoded), expected == nullptr ? "null" : expected) << charset << ' ' << bytes;
+        EXPECT_EQ(lossy, decoded ? isLossy : !isLossy) << charset << ' ' << bytes;
+    }
+    EXPECT_EQ(NSString::stringWithData_charset_usedLossyConversion(nullptr, text("UTF-8").get(), nullptr),
+              nullptr);
+    const Ref<NSData> data = NSData::dataWithBytes_length("\xFF", 1);
+    EXPECT_EQ(NSString::stringWithData_charset_usedLossyConversion(data.get(), nullptr, nullptr), nullptr);
+    const auto withNul = NSString::stringWithCharacters(std::u16string_view(u"UTF-8\0", 6));
+    EXPECT_EQ(NSString::stringWithData_charset_usedLossyConversion(data.get(), withNul.get(), nullptr),
+              nullptr);
+    EXPECT_EQ(
+        utf8(NSString::stringWithData_charset_usedLossyConversion(data.get(), text("utf8").get(), nullptr)),
+        "\ufffd");
 }
 
 TEST(NSStringTest, IsSearched)
