@@ -12,7 +12,6 @@
 #include "platform/appkit/NSTableHeaderView.h"
 #include "platform/foundation/ClassTable.h"
 #include "platform/foundation/Diagnostics.h"
-#include "platform/foundation/NSArray.h"
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/NSString.h"
 #include "platform/graphics/NSColor.h"
@@ -23,6 +22,7 @@
 #include "platform/qt/ViewPeer.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -32,6 +32,8 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
+#include <utility>
 
 namespace
 {
@@ -49,21 +51,30 @@ std::string printable(const QString& text)
     constexpr qsizetype kLongest = 100;
     QString shown = text.left(kLongest);
     std::ranges::replace_if(
-        shown, [](QChar character) { return !character.isPrint(); }, QChar(u'?'));
+        shown, [](QChar each) { return !each.isPrint(); }, QChar(u'?'));
     return shown.toStdString();
 }
 
-/// The toolkit's form loader, with objects for the classes that it does not know.
+/// While it lives, the toolkit finds no plugins.
+class WithoutPlugins
+{
+public:
+    WithoutPlugins() { QCoreApplication::setLibraryPaths({}); }
+    ~WithoutPlugins() { QCoreApplication::setLibraryPaths(_paths); }
+    WithoutPlugins(const WithoutPlugins&) = delete;
+    WithoutPlugins& operator=(const WithoutPlugins&) = delete;
+
+private:
+    const QStringList _paths = QCoreApplication::libraryPaths();
+};
+
+/// The toolkit's form loader, which has others make what it does not know.
 class FormLoader final : public QUiLoader
 {
 public:
     using Maker = std::function<QWidget*(std::size_t object, QWidget* parent)>;
 
-    explicit FormLoader(Maker maker) : _maker(std::move(maker))
-    {
-        clearPluginPaths(); // a form brings no code
-        setTranslationEnabled(false);
-    }
+    explicit FormLoader(Maker maker) : _maker(std::move(maker)) { setTranslationEnabled(false); }
 
     QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override
     {
@@ -75,13 +86,26 @@ private:
     Maker _maker;
 };
 
+/// Hands `child` to `around` by the setter, if they are of its types. Whether they are.
+template <class Parent, class Child>
+bool give(NSObject& child, NSObject& around, void (Parent::*setter)(Ref<Child>))
+{
+    auto* const given = dynamic_cast<Child*>(&child);
+    auto* const taker = dynamic_cast<Parent*>(&around);
+    if (given == nullptr || taker == nullptr) {
+        return false;
+    }
+    (taker->*setter)(given);
+    return true;
+}
+
 } // namespace
 
 /// What is made of a form at a time.
 class NSNib::Instance
 {
 public:
-    Instance(NSNib& nib, NSObject* owner) : _nib(nib), _owner(owner) {}
+    Instance(NSNib& nib, NSObject* owner) : _nib(nib), _owner(owner), _translation(nib._translation) {}
 
     Ref<NSView> make();
 
@@ -89,133 +113,162 @@ private:
     struct Made {
         Ref<NSObject> object;     // null unless the loader has come to it
         QPointer<QWidget> widget; // null when the toolkit has destroyed it
-        /// Whether the widget only keeps the place of an object that has no widget of its own, or another in
-        /// the end.
+        /// Whether the widget only keeps the place of an object that has no widget of its own, or will show
+        /// by another.
         bool isStandIn = false;
     };
 
-    void report(std::size_t place, const std::string& problem) const;
+    void report(std::size_t place, const std::string& problem) const
+    {
+        report(place, _form.objects[place].line, problem);
+    }
+    void report(std::size_t place, qint64 line, const std::string& problem) const;
 
+    /// The widget at the top; null if the file is no form.
+    QWidget* load();
     QWidget* makeObject(std::size_t place, QWidget* parent);
-    Ref<NSView> viewAtTop(QWidget* top);
+    Ref<NSView> viewAtTop(QWidget& top);
 
     void nameObjects();
     Ref<NSObject> objectNamed(const QString& name) const;
     void setProperties();
     /// Why the property cannot be set; empty if it has been.
     std::string setProperty(NSObject& object, const FormProperty& property);
+    /// The object that stands for a value; null if there is none.
+    Ref<NSObject> boxed(const FormValue& value);
     std::string setText(NSObject& object, const PropertyEntry& entry, const FormText& text);
     Ref<NSImage> imageAt(const QString& path);
 
-    /// Puts the objects whose widgets are in `widget` into `around`.
-    void putInside(QWidget& widget, NSObject& around);
-    /// Whether the one object can be put into the other.
-    bool put(const Made& made, NSObject& around);
+    /// Puts the objects whose widgets are in `widget` into `around`, those that `isStandIn` says or the
+    /// others.
+    void putInside(QWidget& widget, NSObject& around, bool isStandIn);
+    /// Whether the one can be put into the other.
+    static bool put(const Made& standIn, NSObject& around);
+    static bool put(NSView& view, NSObject& around);
 
-    void connectOwner();
-    void awake() const;
+    void orderKeyboardTakers(const QWidget& top) const;
+    void connectOwner() const;
 
     NSNib& _nib;
     NSObject* _owner;
+    Translation _translation;
     FormFile _form;
     std::vector<Made> _made; // for each object of the form
     std::map<QString, Ref<NSObject>> _named;
     std::map<QString, Ref<NSImage>> _images;
 };
 
-void NSNib::Instance::report(std::size_t place, const std::string& problem) const
+void NSNib::Instance::report(std::size_t place, qint64 line, const std::string& problem) const
 {
     const FormObject& object = _form.objects[place];
-    diagnose("instantiateWithOwner", _nib._path + ':' + std::to_string(object.line) + ": " +
+    diagnose("instantiateWithOwner", _nib._path + ':' + std::to_string(line) + ": " +
                                          printable(object.className) + " \"" + printable(object.name) +
                                          "\": " + problem);
 }
 
 Ref<NSView> NSNib::Instance::make()
 {
-    FormLoader loader([this](std::size_t place, QWidget* parent) { return makeObject(place, parent); });
-    QStringList classesOfToolkit = loader.availableWidgets();
-    classesOfToolkit.sort();
-    _form = readForm(
-        QByteArray::fromRawData(_nib._bytes.data(), static_cast<qsizetype>(_nib._bytes.size())),
-        [&](const QString& name) {
-            return _nib.classNamed(name.toStdString()) == nullptr &&
-                   std::ranges::binary_search(classesOfToolkit, name);
-        },
-        [&](const QString& text) {
-            const Ref<NSString> shown = _nib._translation ? _nib._translation(fromQt(text).get()) : nullptr;
-            return shown ? toQt(*shown) : text;
-        });
-    QWidget* top = nullptr;
-    if (_form.problem.isEmpty()) {
-        _made.resize(_form.objects.size());
-        loader.setWorkingDirectory(QFileInfo(QString::fromStdString(_nib._path)).dir());
-        QBuffer document(&_form.document);
-        document.open(QIODevice::ReadOnly);
-        top = loader.load(&document);
-        _form.problem = top == nullptr ? loader.errorString() : QString();
-    }
+    QWidget* const top = load();
     if (top == nullptr) {
-        diagnose("instantiateWithOwner", _nib._path + ": " + printable(_form.problem));
+        diagnose("instantiateWithOwner", _nib._path + ':' + printable(_form.problem));
         return nullptr;
     }
     _nib._windowTitle = fromQt(_form.windowTitle);
-
-    nameObjects();
-    setProperties();
-    Ref<NSView> view = viewAtTop(top);
+    Ref<NSView> view = viewAtTop(*top);
     auto& peer = static_cast<ViewPeer&>(*view->widget());
-    // Lays everything out as for a picture, of nothing.
+    nameObjects();
+    // A cell goes to its column before the column has its title, which the cell keeps; the others have to
+    // know by then whether they are upside down.
+    putInside(peer, *view, true);
+    setProperties();
+    // A picture of a place where nothing is: none is drawn, but what does not show yet is laid out for it.
     peer.grab(QRect(QPoint(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), QSize(-1, -1)));
     view->setFrame(fromQt(QRectF(QPointF(), peer.size())));
-    putInside(peer, *view);
+    putInside(peer, *view, false);
     for (const Made& made : _made) {
         if (made.isStandIn) {
             delete made.widget;
         }
     }
+    orderKeyboardTakers(peer);
     connectOwner();
-    awake();
+    std::ranges::reverse(_made); // what is inside of others awakes before these
+    for (const Made& made : _made) {
+        if (auto* const madeView = dynamic_cast<NSView*>(made.object.get())) {
+            madeView->awakeFromNib();
+        } else if (auto* const cell = dynamic_cast<NSCell*>(made.object.get())) {
+            cell->awakeFromNib();
+        }
+    }
     return view;
+}
+
+QWidget* NSNib::Instance::load()
+{
+    const auto loader = [this] {
+        const WithoutPlugins meanwhile; // it would load all of Designer's that are installed
+        return std::make_unique<FormLoader>(
+            [this](std::size_t place, QWidget* parent) { return makeObject(place, parent); });
+    }();
+    QStringList classesOfToolkit = loader->availableWidgets();
+    classesOfToolkit.sort();
+    _form = readForm(
+        QByteArray::fromStdString(_nib._bytes),
+        [&](const QString& name) {
+            return _nib.classNamed(name.toStdString()) == nullptr &&
+                   std::ranges::binary_search(classesOfToolkit, name);
+        },
+        [this](const QString& text) {
+            const Ref<NSString> shown = _translation ? _translation(fromQt(text).get()) : nullptr;
+            return shown ? toQt(*shown) : text;
+        });
+    if (!_form.problem.isEmpty()) {
+        return nullptr;
+    }
+    _made.resize(_form.objects.size());
+    loader->setWorkingDirectory(QFileInfo(QString::fromStdString(_nib._path)).dir());
+    QBuffer document(&_form.document);
+    document.open(QIODevice::ReadOnly);
+    QWidget* const top = loader->load(&document);
+    _form.problem = loader->errorString();
+    return top;
 }
 
 QWidget* NSNib::Instance::makeObject(std::size_t place, QWidget* parent)
 {
-    Made& made = _made[place];
     const QString& name = _form.objects[place].className;
     const ClassTable* table = _nib.classNamed(name.toStdString());
-    if (table == nullptr) {
-        table = &NSView::table;
-        if (name != QLatin1String("QWidget")) {
-            report(place, "there is no such class");
-        }
+    if (table == nullptr && name != QLatin1String("QWidget")) {
+        report(place, "there is no such class");
     }
-    made.object = table->factory();
+    Made& made = _made[place];
+    made.object = (table != nullptr ? *table : NSView::table).factory();
     auto* const view = dynamic_cast<NSView*>(made.object.get());
-    // A table and its header show by widgets of the toolkit's, once they are where they belong.
     made.isStandIn = view == nullptr || dynamic_cast<NSTableView*>(view) != nullptr ||
                      dynamic_cast<NSTableHeaderView*>(view) != nullptr;
     made.widget = made.isStandIn ? new QWidget : view->widget();
     made.widget->setParent(parent);
+    made.widget->setAttribute(Qt::WA_Resized, false); // unless the form gives it a size
     return made.widget;
 }
 
-Ref<NSView> NSNib::Instance::viewAtTop(QWidget* top)
+Ref<NSView> NSNib::Instance::viewAtTop(QWidget& top)
 {
-    if (auto* const peer = dynamic_cast<ViewPeer*>(top)) {
+    if (auto* const peer = dynamic_cast<ViewPeer*>(&top)) {
         return {peer->view()};
     }
     Ref<NSView> view = ::make<NSView>();
-    auto* const layout = new QVBoxLayout(view->widget());
+    QWidget* const around = view->widget();
+    around->resize(top.size());
+    around->setAttribute(Qt::WA_Resized, top.testAttribute(Qt::WA_Resized));
+    auto* const layout = new QVBoxLayout(around);
     layout->setContentsMargins({});
-    const QSize size = top->testAttribute(Qt::WA_Resized) ? top->size() : top->sizeHint();
-    top->setParent(view->widget(), Qt::Widget);
-    layout->addWidget(top);
-    view->widget()->resize(size);
+    top.setParent(around, Qt::Widget);
+    layout->addWidget(&top);
     return view;
 }
 
-// Names
+// Names and properties
 
 void NSNib::Instance::nameObjects()
 {
@@ -239,27 +292,21 @@ Ref<NSObject> NSNib::Instance::objectNamed(const QString& name) const
     return found != _named.end() ? found->second : nullptr;
 }
 
-// Properties
-
 void NSNib::Instance::setProperties()
 {
-    // One may wait for another: the name of an action for the target.
-    struct Waiting {
-        std::size_t place;
-        const FormProperty* property;
-    };
-    std::vector<Waiting> waiting;
+    // What cannot be set may wait for another property: the name of an action, for the target.
+    std::vector<std::pair<std::size_t, const FormProperty*>> waiting;
     for (std::size_t place = 0; place < _made.size(); ++place) {
         for (const FormProperty& property : _form.objects[place].properties) {
             if (_made[place].object && !setProperty(*_made[place].object, property).empty()) {
-                waiting.push_back({place, &property});
+                waiting.emplace_back(place, &property);
             }
         }
     }
     for (const auto& [place, property] : waiting) {
         const std::string problem = setProperty(*_made[place].object, *property);
         if (!problem.empty()) {
-            report(place, printable(property->name) + ": " + problem);
+            report(place, property->line, printable(property->name) + ": " + problem);
         }
     }
 }
@@ -284,32 +331,31 @@ std::string NSNib::Instance::setProperty(NSObject& object, const FormProperty& p
     if (const auto* const text = std::get_if<FormText>(&value)) {
         return setText(object, *entry, *text);
     }
-    Ref<NSObject> boxed;
-    if (const auto* const integer = std::get_if<qint64>(&value)) {
-        boxed = NSNumber::numberWithInteger(*integer);
-    } else if (const auto* const number = std::get_if<double>(&value)) {
-        boxed = NSNumber::numberWithDouble(*number);
-    } else if (const auto* const texts = std::get_if<QStringList>(&value)) {
-        std::vector<Ref<NSString>> strings;
-        for (const QString& each : *texts) {
-            strings.push_back(fromQt(each));
-        }
-        boxed = NSArray<NSString>::arrayWithObjects(std::move(strings));
-    } else if (const auto* const color = std::get_if<FormColor>(&value)) {
-        boxed =
-            NSColor::colorWithSRGBRed_green_blue_alpha(color->red, color->green, color->blue, color->alpha);
-    } else if (const auto* const font = std::get_if<FormFont>(&value)) {
-        boxed = NSFont::fontWithName_size(font->name.isEmpty() ? "Arial" : font->name.toUtf8().constData(),
-                                          font->pointSize);
-    } else if (const auto* const picture = std::get_if<FormPicture>(&value)) {
-        boxed = imageAt(picture->path);
-        if (!boxed) {
-            return "there is no picture \"" + printable(picture->path) + '"';
-        }
-    } else {
+    const Ref<NSObject> given = boxed(value);
+    if (!given) {
         return "the value cannot be read";
     }
-    return !entry->takesAnyObject && entry->set(object, boxed.get()) ? "" : "the value does not fit";
+    return !entry->takesAnyObject && entry->set(object, given.get()) ? "" : "the value does not fit";
+}
+
+Ref<NSObject> NSNib::Instance::boxed(const FormValue& value)
+{
+    if (const auto* const integer = std::get_if<qint64>(&value)) {
+        return NSNumber::numberWithInteger(*integer);
+    }
+    if (const auto* const number = std::get_if<double>(&value)) {
+        return NSNumber::numberWithDouble(*number);
+    }
+    if (const auto* const color = std::get_if<FormColor>(&value)) {
+        return NSColor::colorWithSRGBRed_green_blue_alpha(color->red, color->green, color->blue,
+                                                          color->alpha);
+    }
+    if (const auto* const font = std::get_if<FormFont>(&value)) {
+        return NSFont::fontWithName_size(font->name.isEmpty() ? "Arial" : font->name.toUtf8().constData(),
+                                         font->pointSize);
+    }
+    const auto* const picture = std::get_if<FormPicture>(&value);
+    return picture != nullptr ? imageAt(picture->path) : nullptr;
 }
 
 std::string NSNib::Instance::setText(NSObject& object, const PropertyEntry& entry, const FormText& text)
@@ -317,120 +363,82 @@ std::string NSNib::Instance::setText(NSObject& object, const PropertyEntry& entr
     if (!entry.takesAnyObject && entry.set(object, fromQt(text.shown).get())) {
         return {};
     }
+    const std::string quoted = '"' + printable(text.written) + '"';
     if (const Ref<NSObject> named = objectNamed(text.written)) {
-        if (entry.set(object, named.get())) {
-            return {};
-        }
-    } else if (entry.takesAnyObject) {
-        return "there is no object \"" + printable(text.written) + '"';
-    } else if (entry.set(object, fromQt(text.written).get())) {
-        return {};
-    } else if (const Ref<NSImage> image = imageAt(text.written); image && entry.set(object, image.get())) {
+        return entry.set(object, named.get()) ? "" : "the object " + quoted + " does not fit";
+    }
+    if (entry.takesAnyObject) {
+        return "there is no object " + quoted;
+    }
+    // A method is named as it is written, and nobody looks for a picture where none fits.
+    if (entry.set(object, fromQt(text.written).get())) {
         return {};
     }
-    return '"' + printable(text.written) + "\" does not fit";
+    const Ref<NSImage> image = imageAt(text.written);
+    return image && entry.set(object, image.get()) ? "" : quoted + " does not fit";
 }
 
 Ref<NSImage> NSNib::Instance::imageAt(const QString& path)
 {
-    const auto known = _images.find(path);
-    if (known != _images.end()) {
-        return known->second;
+    const auto [place, isNew] = _images.try_emplace(path);
+    if (isNew) {
+        QString file = QFileInfo(QString::fromStdString(_nib._path)).dir().filePath(path);
+        if (!QFileInfo(file).isFile()) {
+            const Ref<NSString> resource =
+                NSBundle::mainBundle()->pathForResource_ofType(fromQt(path).get(), nullptr);
+            file = resource ? toQt(*resource) : QString();
+        }
+        if (QFileInfo(file).isFile()) { // nothing that is read without end, either
+            place->second = ::make<NSImage>()->initByReferencingFile(fromQt(file).get());
+        }
     }
-    QString file = QFileInfo(QString::fromStdString(_nib._path)).dir().filePath(path);
-    if (!QFileInfo(file).isFile()) {
-        const Ref<NSString> resource =
-            NSBundle::mainBundle()->pathForResource_ofType(fromQt(path).get(), nullptr);
-        file = resource ? toQt(*resource) : QString();
-    }
-    Ref<NSImage> image;
-    if (QFileInfo(file).isFile()) {
-        image = ::make<NSImage>()->initByReferencingFile(fromQt(file).get());
-    }
-    _images[path] = image;
-    return image;
+    return place->second;
 }
 
 // The tree
 
-void NSNib::Instance::putInside(QWidget& widget, NSObject& around)
+void NSNib::Instance::putInside(QWidget& widget, NSObject& around, bool isStandIn)
 {
-    const QObjectList children = widget.children();
-    for (QObject* child : children) {
-        auto* const inside = qobject_cast<QWidget*>(child);
-        if (inside == nullptr) {
-            continue;
-        }
+    for (QWidget* const inside : widget.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
         const auto made =
             std::ranges::find(_made, inside, [](const Made& each) { return each.widget.data(); });
         if (made == _made.end()) {
-            putInside(*inside, around);
+            putInside(*inside, around, isStandIn);
             continue;
         }
-        if (!put(*made, around)) {
+        if (made->isStandIn == isStandIn &&
+            !(isStandIn ? put(*made, around) : put(dynamic_cast<NSView&>(*made->object), around))) {
             report(static_cast<std::size_t>(made - _made.begin()),
-                   "it cannot be inside of a " + std::string(around.classTable().name));
+                   "it cannot be inside of an object of class " + std::string(around.classTable().name));
         }
-        putInside(*inside, *made->object);
+        putInside(*inside, *made->object, isStandIn);
     }
 }
 
-bool NSNib::Instance::put(const Made& made, NSObject& around)
+bool NSNib::Instance::put(const Made& standIn, NSObject& around)
 {
-    auto* const view = dynamic_cast<NSView*>(made.object.get());
-    auto* const column = dynamic_cast<NSTableColumn*>(made.object.get());
-    auto* const cell = dynamic_cast<NSCell*>(made.object.get());
-    auto* const tableAround = dynamic_cast<NSTableView*>(&around);
-    auto* const columnAround = dynamic_cast<NSTableColumn*>(&around);
-    if (auto* const table = dynamic_cast<NSTableView*>(view)) {
-        auto* const scrollView = dynamic_cast<NSScrollView*>(&around);
-        if (scrollView == nullptr) {
-            return false;
-        }
-        scrollView->setDocumentView(table);
-        QWidget::setTabOrder(made.widget, table->widget());
-        return true;
+    NSObject& object = *standIn.object;
+    if (auto* const header = dynamic_cast<NSTableHeaderView*>(&object)) {
+        header->setFrame(fromQt(QRectF(QPointF(), standIn.widget->size())));
+        return give(object, around, &NSTableView::setHeaderView);
     }
-    if (auto* const header = dynamic_cast<NSTableHeaderView*>(view)) {
-        if (tableAround == nullptr) {
-            return false;
-        }
-        header->setFrame(fromQt(QRectF(QPointF(), made.widget->size())));
-        tableAround->setHeaderView(header);
-        return true;
-    }
-    if (column != nullptr) {
-        if (tableAround == nullptr) {
-            return false;
-        }
-        tableAround->addTableColumn(column);
-        return true;
-    }
-    if (cell != nullptr) {
-        if (auto* const headerCell = dynamic_cast<NSTableHeaderCell*>(cell); headerCell && columnAround) {
-            columnAround->setHeaderCell(headerCell);
-            return true;
-        }
-        if (columnAround != nullptr) {
-            columnAround->setDataCell(cell);
-            return true;
-        }
-        auto* const field = dynamic_cast<NSTextField*>(&around);
-        auto* const fieldCell = dynamic_cast<NSTextFieldCell*>(cell);
-        if (field == nullptr || fieldCell == nullptr) {
-            return false;
-        }
-        field->setCell(fieldCell);
-        return true;
-    }
-    if (view == nullptr) {
-        return true;
-    }
+    const bool isPart = dynamic_cast<NSView*>(&object) != nullptr ||
+                        dynamic_cast<NSTableColumn*>(&object) != nullptr ||
+                        dynamic_cast<NSCell*>(&object) != nullptr;
+    return give(object, around, &NSScrollView::setDocumentView) ||
+           give(object, around, &NSTableView::addTableColumn) ||
+           give(object, around, &NSTableColumn::setHeaderCell) ||
+           give(object, around, &NSTableColumn::setDataCell) || give(object, around, &NSTextField::setCell) ||
+           !isPart;
+}
+
+bool NSNib::Instance::put(NSView& view, NSObject& around)
+{
     auto* const superview = dynamic_cast<NSView*>(&around);
-    if (superview == nullptr || tableAround != nullptr) {
-        return false;
+    auto& peer = static_cast<ViewPeer&>(*view.widget());
+    if (superview == nullptr || !superview->widget()->isAncestorOf(&peer)) {
+        return false; // in a stand-in
     }
-    auto& peer = static_cast<ViewPeer&>(*made.widget);
     if (peer.parentWidget() != superview->widget() || superview->widget()->layout() != nullptr) {
         peer.follow();
     } else {
@@ -438,15 +446,30 @@ bool NSNib::Instance::put(const Made& made, NSObject& around)
         if (!superview->isFlipped()) {
             frame.origin.y = superview->bounds().size.height - frame.origin.y - frame.size.height;
         }
-        view->setFrame(frame);
+        view.setFrame(frame);
     }
-    superview->addSubview(view);
+    superview->addSubview(&view);
     return true;
 }
 
-// The end
+void NSNib::Instance::orderKeyboardTakers(const QWidget& top) const
+{
+    QWidget* before = nullptr;
+    for (const QString& name : _form.tabStops) {
+        auto* const view = dynamic_cast<NSView*>(objectNamed(name).get());
+        auto* const peer = view != nullptr ? dynamic_cast<ViewPeer*>(view->widget()) : nullptr;
+        QWidget* const next = peer != nullptr ? &peer->keyboardTaker() : top.findChild<QWidget*>(name);
+        if (next == nullptr || !top.isAncestorOf(next)) {
+            continue;
+        }
+        if (before != nullptr) {
+            QWidget::setTabOrder(before, next);
+        }
+        before = next;
+    }
+}
 
-void NSNib::Instance::connectOwner()
+void NSNib::Instance::connectOwner() const
 {
     for (std::size_t place = 0; _owner != nullptr && place < _made.size(); ++place) {
         const QString& name = _form.objects[place].name;
@@ -454,17 +477,6 @@ void NSNib::Instance::connectOwner()
         if (outlet != nullptr && objectNamed(name) == _made[place].object &&
             !outlet->set(*_owner, _made[place].object.get())) {
             report(place, "it does not fit the owner's property of that name");
-        }
-    }
-}
-
-void NSNib::Instance::awake() const
-{
-    for (const Made& made : _made) {
-        if (auto* const view = dynamic_cast<NSView*>(made.object.get())) {
-            view->awakeFromNib();
-        } else if (auto* const cell = dynamic_cast<NSCell*>(made.object.get())) {
-            cell->awakeFromNib();
         }
     }
 }
@@ -480,9 +492,7 @@ NSNib* NSNib::initWithContentsOfFile(NSString* path)
     const bool isThere = QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly);
     const QByteArray bytes = isThere ? file.read(FormFile::kMaxSize + 1) : QByteArray();
     if (!isThere || file.error() != QFileDevice::NoError || bytes.size() > FormFile::kMaxSize) {
-        diagnose("initWithContentsOfFile",
-                 printable(QString::fromStdString(_path)) +
-                     (bytes.size() > FormFile::kMaxSize ? ": it is too large" : ": it cannot be read"));
+        diagnose("initWithContentsOfFile", _path + ": it cannot be read, or is too large");
         return nullptr;
     }
     _bytes = bytes.toStdString();

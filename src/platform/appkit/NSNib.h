@@ -2,10 +2,8 @@
 
 #include "platform/foundation/NSObject.h"
 
-#include <cstddef>
 #include <functional>
 #include <map>
-#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,27 +13,30 @@ class NSString;
 class NSView;
 
 /// An interface file: a form of Qt Designer (".ui") that names classes of views, as promoted widgets, and
-/// sets their properties by name. Any number of equal trees of views are made of it.
+/// sets their properties by name. Any number of equal trees of views can be made of it. An application
+/// (`NSApplication`) has to exist.
 ///
-/// A form may name all views of this layer, cells, `NSTableColumn`, and the classes that are added. What
-/// stands in a scroll view and is a table becomes its document view, what stands in a table becomes a column
-/// or its header view, and a cell in a column or field becomes the cell of that. Other objects have no place
-/// in the tree, and live only if something they are connected to keeps them. A class that nobody knows is
-/// reported, and an `NSView` takes its place. The toolkit's own widgets and layouts are what they are in any
-/// form; a view that is in one of them is the subview of the next view around that, and its frame follows.
-/// All other views have the frames that their `geometry` says, as seen from above, at the size that the form
-/// has.
+/// A form may name all views and cells of this layer, `NSTableColumn`, and the classes that are added. A
+/// table in a scroll view becomes its document view; a column or header view in a table, and a cell in a
+/// column or text field, become what that has. Other objects that are no views have no place in the tree:
+/// they live as long as something that they are connected to keeps them. A class that nobody knows is
+/// reported, and an `NSView` takes its place.
 ///
-/// Properties are those of the class tables, and of all widgets' `visible` and `accessibleName`. The rest of
-/// what the toolkit's widgets have does not count. A text fits
+/// The toolkit's own widgets, layouts and tab order are what they are in any form. What is inside of a widget
+/// of the toolkit's is a subview of the next view around that. A view that such a widget or a layout holds
+/// stays where that places it, and its frame follows. All others have the frame that their `geometry` says,
+/// whose y is counted from above in the form as it stands in the file, and keep it.
+///
+/// Properties are those of the class tables, and `visible` and `accessibleName` of all widgets; whatever else
+/// widgets have does not count. A text stands for
 ///
 /// - a text,
-/// - an object property such as `delegate`, as the name of an object of the form or of the application,
-/// - the `action` of a control, as the name of a method of its `target`,
-/// - an image, as a path, beginning at the form's folder or else the main bundle's resources.
+/// - an object, by its name in the form or the application, where the property takes one (`delegate`),
+/// - a method of the `target`, as `action`,
+/// - an image, by its path from the form's folder, or from the resources of the main bundle.
 ///
-/// An icon stands for an image, a font's size is in points of the drawing. What cannot be set is reported
-/// with its line and left out.
+/// Icons and pixmaps stand for images likewise. The size of a font is in points of the drawing. What cannot
+/// be set is reported with its line, and left out.
 class TESSALINE_EXPORT NSNib final : public NSObject
 {
 public:
@@ -60,17 +61,19 @@ public:
     using Translation = std::function<Ref<NSString>(NSString* text)>;
     void setTranslation(Translation translation) { _translation = std::move(translation); }
 
-    /// Makes the views, sets their properties and connects them. Then each property of the owner (borrowed,
-    /// may be null) that has the name of an object is set to that; and last, all views and cells are told to
-    /// awake (`awakeFromNib`), once each. Answers the view at the top, of the form's size; where that is a
-    /// widget of the toolkit's, a view that is filled by it. Null, which is reported with the line, if the
-    /// file is no form. It may hold 4,096 widgets, in no more than 200 elements at a time, and 256 rows and
-    /// columns each.
+    /// Makes the views, sets their properties and connects them. Each property of the owner (borrowed, may be
+    /// null) that has the name of an object of the form is then set to that; one that it does not fit is
+    /// reported. In the end all views and cells are told to awake (`awakeFromNib`), once each, what is
+    /// inside of others before these.
     ///
-    /// All of it goes when the view at the top does, but for what something else keeps alive.
+    /// Answers the view at the top, with the size that the form has. A plain widget there is a view; one of
+    /// another class of the toolkit's fills a view. With that view goes all that nothing else keeps alive.
+    ///
+    /// Null, which is reported with the line, if the file is no form, or has more than 4,096 widgets,
+    /// elements nested deeper than 200, or more than 256 rows or columns in one place.
     Ref<NSView> instantiateWithOwner(NSObject* owner);
 
-    /// The title that the form has for its window, of what was made last; empty without.
+    /// The title for the window that what was made last has at its top; empty if it has none. Null before.
     Ref<NSString> windowTitle() const;
 
 protected:

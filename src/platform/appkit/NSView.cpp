@@ -91,7 +91,7 @@ void NSView::takeSizeOfPeer(NSSize size)
 
 void NSView::takePlaceOfPeer()
 {
-    NSRect place = fromQt(QRectF(_peer->placeInSuperview()));
+    NSRect place = fromQt(_peer->placeInSuperview());
     const NSPoint origin = _superview->originOfPeer();
     place.origin.x += origin.x;
     place.origin.y = _superview->isFlipped()

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 namespace
@@ -13,7 +14,12 @@ namespace
 /// What layouts go by, which is the toolkit's to know of any widget.
 constexpr std::array kOfLayouts{u"geometry", u"sizePolicy", u"minimumSize", u"maximumSize",
                                 u"layoutDirection"};
+constexpr std::array kLayouts{u"QVBoxLayout", u"QHBoxLayout", u"QGridLayout", u"QFormLayout"};
+/// Widgets with a layout of their own.
+constexpr std::array kContainers{u"QDockWidget", u"QMainWindow",    u"QMdiArea", u"QScrollArea", u"QSplitter",
+                                 u"QTabWidget",  u"QStackedWidget", u"QToolBox", u"QWizard"};
 constexpr std::array kPlaces{u"row", u"column", u"rowspan", u"colspan"};
+constexpr std::array kLengths{u"x", u"y", u"width", u"height"};
 constexpr std::array kCounts{u"rowCount", u"columnCount"};
 
 template <std::size_t Count> bool isIn(const std::array<const char16_t*, Count>& names, QStringView name)
@@ -26,14 +32,10 @@ bool isTranslated(const QXmlStreamAttributes& attributes)
     return attributes.value(QLatin1String("notr")) != QLatin1String("true");
 }
 
-/// Without the characters that XML has no form for.
-QString writable(QString text)
+/// The form loader takes names of elements in either case.
+QString kindOf(const QXmlStreamReader& xml)
 {
-    text.removeIf([](QChar character) {
-        const char16_t unit = character.unicode();
-        return (unit < u' ' && unit != u'\t' && unit != u'\n' && unit != u'\r') || unit >= 0xfffe;
-    });
-    return text;
+    return xml.name().toString().toLower();
 }
 
 /// An element that holds a text, further elements that do, or both.
@@ -99,8 +101,10 @@ private:
     /// An element that has begun, and not ended.
     struct Open {
         bool isWidget = false;
+        bool isContainer = false;
+        bool isScrollArea = false;
+        bool isTaken = false;       // by a layout, or a scroll area by the widget that it scrolls
         std::size_t object = kNone; // that the widget is, if the properties are the object's
-        bool isTranslated = true;   // what is inside
     };
 
     void start();
@@ -111,8 +115,13 @@ private:
     Element readElement();
     FormValue valueOf(const Element& element) const;
     void copyStart();
-    void copyText(bool isTranslated);
+    void copyText();
+    void copyLength();
     QString shown(const QString& text) const { return text.isEmpty() ? text : _translate(text); }
+    // What the form loader would crash by: layouts that it does not know, or where there is one, and a widget
+    // that replaces another.
+    void expectLayout();
+    void expectFree();
     void expectRows(QStringView number);
 
     QXmlStreamReader _xml;
@@ -157,18 +166,32 @@ void FormReader::start()
         _xml.raiseError(QStringLiteral("elements are nested too deeply"));
         return;
     }
+    const QString kind = kindOf(_xml);
+    if (_open.empty() &&
+        (kind != QLatin1String("ui") ||
+         !_xml.attributes().value(QLatin1String("version")).startsWith(QLatin1String("4.")))) {
+        _xml.raiseError(QStringLiteral("this is no form, or one of another version than 4"));
+        return;
+    }
     const Open around = _open.empty() ? Open() : _open.back();
-    const QStringView kind = _xml.name();
-    Open element;
-    element.isTranslated = around.isTranslated && isTranslated(_xml.attributes());
     if (kind == QLatin1String("customwidgets")) {
         _xml.skipCurrentElement(); // what a class is like, its table says
+    } else if (kind == QLatin1String("tabstops")) {
+        for (const auto& [part, name] : readElement().parts) {
+            _form.tabStops += name;
+        }
     } else if (kind == QLatin1String("string")) {
-        copyText(element.isTranslated);
+        copyText();
+    } else if (isIn(kLengths, kind)) {
+        copyLength();
     } else if (kind != QLatin1String("property") || !around.isWidget || !readProperty(around)) {
+        Open element;
         if (kind == QLatin1String("widget")) {
             startWidget(element);
         } else {
+            if (kind == QLatin1String("layout")) {
+                expectLayout();
+            }
             copyStart();
         }
         _open.push_back(element);
@@ -181,8 +204,13 @@ void FormReader::startWidget(Open& element)
     if (++_widgets > FormFile::kMaxWidgets || (isTop && _widgets > 1)) {
         _xml.raiseError(QStringLiteral("there are too many widgets"));
     }
-    element.isWidget = true;
+    if (!_open.empty() && _open.back().isScrollArea) {
+        expectFree();
+    }
     const QString className = _xml.attributes().value(QLatin1String("class")).toString();
+    element.isWidget = true;
+    element.isContainer = isIn(kContainers, className);
+    element.isScrollArea = className == QLatin1String("QScrollArea");
     const bool isPlainTop = isTop && className == QLatin1String("QWidget");
     if (!isPlainTop && _isOfToolkit(className)) {
         copyStart();
@@ -231,10 +259,10 @@ bool FormReader::readProperty(const Open& widget)
 
 Element FormReader::readElement()
 {
-    Element element{_xml.name().toString(), _xml.attributes()};
+    Element element{kindOf(_xml), _xml.attributes()};
     while (!_xml.atEnd() && _xml.readNext() != QXmlStreamReader::EndElement) {
         if (_xml.isStartElement()) {
-            const QString kind = _xml.name().toString();
+            const QString kind = kindOf(_xml);
             element.parts.emplace_back(kind, _xml.readElementText(QXmlStreamReader::SkipChildElements));
         } else if (_xml.isCharacters()) {
             element.text += _xml.text();
@@ -253,7 +281,7 @@ FormValue FormReader::valueOf(const Element& element) const
         const bool isTrue = trimmed == QLatin1String("true");
         return numberOr(isTrue || trimmed == QLatin1String("false"), qint64{isTrue});
     }
-    if (is("number", "uInt", "longLong", "uLongLong")) {
+    if (is("number", "uint", "longlong", "ulonglong")) {
         const qint64 number = trimmed.toLongLong(&isNumber);
         return numberOr(isNumber, number);
     }
@@ -264,18 +292,8 @@ FormValue FormReader::valueOf(const Element& element) const
     if (is("string")) {
         return FormText{element.text, isTranslated(element.attributes) ? shown(element.text) : element.text};
     }
-    if (is("cstring", "enum", "set")) {
+    if (is("cstring")) {
         return FormText{element.text, element.text};
-    }
-    if (is("url")) {
-        return FormText{element.part("string"), element.part("string")};
-    }
-    if (is("stringlist")) {
-        QStringList texts;
-        for (const auto& [part, text] : element.parts) {
-            texts += isTranslated(element.attributes) ? shown(text) : text;
-        }
-        return texts;
     }
     if (is("pixmap", "iconset")) {
         const QString normal = element.part("normaloff");
@@ -292,16 +310,42 @@ void FormReader::copyStart()
             expectRows(attribute.value());
         }
     }
-    _writer.writeStartElement(_xml.name().toString());
+    _writer.writeStartElement(kindOf(_xml));
     _writer.writeAttributes(attributes);
 }
 
-void FormReader::copyText(bool isTranslated)
+void FormReader::copyText()
 {
     _writer.writeStartElement(QStringLiteral("string"));
+    const bool translated = isTranslated(_xml.attributes());
     const QString text = _xml.readElementText(QXmlStreamReader::SkipChildElements);
-    _writer.writeCharacters(isTranslated ? writable(shown(text)) : text);
+    _writer.writeCharacters(translated ? shown(text) : text);
     _writer.writeEndElement();
+}
+
+void FormReader::copyLength()
+{
+    const Element element = readElement();
+    if (!(std::abs(element.text.toDouble()) <= FormFile::kMaxLength)) {
+        _xml.raiseError(QStringLiteral("a length is too large"));
+    }
+    _writer.writeTextElement(element.kind, element.text);
+}
+
+void FormReader::expectLayout()
+{
+    expectFree();
+    const bool isInContainer = !_open.empty() && _open.back().isContainer;
+    if (isInContainer || !isIn(kLayouts, _xml.attributes().value(QLatin1String("class")))) {
+        _xml.raiseError(QStringLiteral("there can be no such layout"));
+    }
+}
+
+void FormReader::expectFree()
+{
+    if (!_open.empty() && std::exchange(_open.back().isTaken, true)) {
+        _xml.raiseError(QStringLiteral("there is one too many inside"));
+    }
 }
 
 void FormReader::expectRows(QStringView number)

@@ -31,8 +31,7 @@ struct FormPicture {
 };
 
 /// The value of a property; none if it cannot be read, or is of a kind that is not provided for.
-using FormValue =
-    std::variant<std::monostate, qint64, double, FormText, QStringList, FormColor, FormFont, FormPicture>;
+using FormValue = std::variant<std::monostate, qint64, double, FormText, FormColor, FormFont, FormPicture>;
 
 struct FormProperty {
     QString name;
@@ -53,14 +52,16 @@ struct FormFile {
     static constexpr qsizetype kMaxSize = qsizetype{4} * 1024 * 1024; // bytes
     static constexpr std::size_t kMaxDepth = 200;                     // of elements in each other
     static constexpr std::size_t kMaxWidgets = 4096;
-    static constexpr int kMaxRows = 256; // of a layout or table, and columns
+    static constexpr int kMaxRows = 256;          // of a layout or table, and columns
+    static constexpr double kMaxLength = 1 << 24; // points, of places, too
 
     /// For the loader: the form with the place of an object in `objects`, after a "#", for its class, and
     /// without the properties that only the object understands.
     QByteArray document;
     std::vector<FormObject> objects; // in the order of the file
     QString windowTitle;
-    QString problem; // with its line; empty if all is well, or else nothing but this counts
+    QStringList tabStops; // names of widgets, in the order in which they get the keyboard
+    QString problem;      // with its line; empty if all is well, or else nothing but this counts
 };
 
 /// Reads a form, whatever the bytes are. Classes of widgets that `isOfToolkit` are left to the form loader,

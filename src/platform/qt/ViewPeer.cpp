@@ -28,6 +28,8 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -37,6 +39,13 @@ int eventsInProgress = 0;
 
 /// Those of them in which a view draws: Qt walks its widgets then, and none may change its place among them.
 int drawingsInProgress = 0;
+
+/// Widgets that are to be destroyed when no event is being handled any more.
+std::vector<QPointer<QWidget>>& doomed()
+{
+    static std::vector<QPointer<QWidget>> widgets;
+    return widgets;
+}
 
 class DrawingInProgress
 {
@@ -151,7 +160,15 @@ EventInProgress::EventInProgress()
 
 EventInProgress::~EventInProgress()
 {
-    --eventsInProgress;
+    if (--eventsInProgress > 0) {
+        return;
+    }
+    // Qt's own deletion "later" may be in the middle of an event that runs an event loop, for a panel.
+    for (const QPointer<QWidget>& widget : std::exchange(doomed(), {})) {
+        if (widget) {
+            widget->deleteLater();
+        }
+    }
 }
 
 Ref<NSEvent> keyEvent(const QKeyEvent& event, const NSView& view)
@@ -170,7 +187,7 @@ void destroyWidget(QWidget* widget)
     if (drawingsInProgress == 0) {
         widget->setParent(nullptr);
     }
-    widget->deleteLater();
+    doomed().emplace_back(widget);
 }
 
 ViewPeer::ViewPeer(NSView& view) : _view(&view)
@@ -283,10 +300,9 @@ void ViewPeer::follow()
     _follower = std::make_unique<Follower>(*this);
 }
 
-QRect ViewPeer::placeInSuperview() const
+QRectF ViewPeer::placeInSuperview() const
 {
-    const QWidget* const around = _view->superview()->widget();
-    return {mapTo(around, QPoint()), size()};
+    return {mapTo(_view->superview()->widget(), QPointF()), QSizeF(size())};
 }
 
 void ViewPeer::didMove()
@@ -387,7 +403,7 @@ void ViewPeer::later(const std::function<void()>& change)
 void ViewPeer::updateFocusPolicy()
 {
     const bool accepts = _view->acceptsFirstResponder();
-    QWidget* const taker = _embedded ? _embedded.data() : _outermost;
+    QWidget* const taker = &keyboardTaker();
     // A press takes the keyboard to what is embedded only where it is handed on.
     taker->setFocusPolicy(!accepts ? Qt::NoFocus : _embedded ? Qt::TabFocus : Qt::StrongFocus);
     if (_embedded) {
@@ -507,9 +523,8 @@ void ViewPeer::drawFocusRing()
 
 void ViewPeer::resizeEvent(QResizeEvent* event)
 {
-    // The window sizes its content view, and a host its views; all others follow it or are sized by their
-    // frames.
-    if (_view != nullptr && !follows() && event->size() != _placed) {
+    // The window sizes its content view, and a host its views; all others are sized by their frames.
+    if (_view != nullptr && event->size() != _placed) {
         _placed = event->size();
         _view->takeSizeOfPeer({QSizeF(_placed).width(), QSizeF(_placed).height()});
     }

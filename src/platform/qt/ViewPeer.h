@@ -87,7 +87,7 @@ public:
     void follow();
     bool follows() const { return _follower != nullptr; }
     /// The widget's place in that of the superview.
-    QRect placeInSuperview() const;
+    QRectF placeInSuperview() const;
     /// Called when the widget that is followed has moved.
     void didMove();
 
@@ -106,6 +106,8 @@ public:
 
     /// Takes the keyboard from now on if the view does, or else hands it to the next widget.
     void updateFocusPolicy();
+    /// What takes it for the view: the widget, what is embedded, or what the viewport stands in.
+    QWidget& keyboardTaker() const { return _embedded ? *_embedded : *_outermost; }
 
     /// Tells assistive technology, if there is any, what is new about the view.
     void announceChanges();
