@@ -3,6 +3,9 @@
 #include "platform/foundation/Weak.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 #include <cstdlib>
 
@@ -45,6 +48,11 @@ NSApplication::NSApplication()
     static char* arguments[] = {name, nullptr};
     static int count = 1;
     _application = std::make_unique<QApplication>(count, arguments);
+    auto* const translator = new QTranslator(_application.get());
+    if (translator->load(QLocale::system(), QStringLiteral("qtbase"), QStringLiteral("_"),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(translator);
+    }
 }
 
 NSApplication::~NSApplication() = default;

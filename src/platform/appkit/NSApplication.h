@@ -7,7 +7,8 @@
 class QApplication;
 
 /// The running program and its event loop. Exists as long as a reference to it does: `main` holds one
-/// from before the first font, image or view is made until after the last is gone.
+/// from before the first font, image or view is made until after the last is gone. What the toolkit itself
+/// says, as in panels, is in the language of the system where its translation is installed.
 class TESSALINE_EXPORT NSApplication final : public NSObject
 {
 public:

@@ -13,29 +13,64 @@
 #include <algorithm>
 #include <cmath>
 
-namespace
-{
-
-/// The desktop's window: keeps its one child as large as itself.
+/// The desktop's window. Belongs to the window.
 class WindowPeer final : public QWidget
 {
+public:
+    explicit WindowPeer(NSWindow& window) : _window(&window) {}
+
+    /// Called by the window's destructor: nothing reaches it any more, and the widget is destroyed.
+    void abandon()
+    {
+        _window = nullptr;
+        destroyWidget(this);
+    }
+
 protected:
     void resizeEvent(QResizeEvent* event) override
     {
-        for (QWidget* content : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-            content->resize(event->size());
+        if (_window != nullptr) {
+            _window->placeContent();
+            if (event->oldSize().isValid()) { // it did not just come on the screen
+                _window->didResize();
+            }
         }
     }
+
+    void closeEvent(QCloseEvent* /*event*/) override
+    {
+        if (_window != nullptr) {
+            _window->willClose();
+        }
+    }
+
+private:
+    NSWindow* _window; // null once it is gone
 };
+
+namespace
+{
+
+constexpr double kLargest = QWIDGETSIZE_MAX;
+
+/// A length in whole points, `least` where there is none.
+int lengthOf(double points, int least)
+{
+    return points >= least ? static_cast<int>(std::lround(std::min(points, kLargest))) : least;
+}
 
 } // namespace
 
-NSWindow::NSWindow() : _peer(new WindowPeer) {}
+void NSWindowDelegate::windowDidResize(NSWindow* /*window*/) {}
+
+void NSWindowDelegate::windowWillClose(NSWindow* /*window*/) {}
+
+NSWindow::NSWindow() : _peer(new WindowPeer(*this)) {}
 
 NSWindow::~NSWindow()
 {
     setContentView(nullptr);
-    destroyWidget(_peer);
+    _peer->abandon();
 }
 
 NSWindow* NSWindow::initWithContentRect_styleMask(NSRect contentRect, NSWindowStyleMask style)
@@ -49,24 +84,38 @@ NSWindow* NSWindow::initWithContentRect_styleMask(NSRect contentRect, NSWindowSt
     flags.setFlag(Qt::WindowMaximizeButtonHint, (style & NSWindowStyleMaskResizable) != 0);
     _peer->setWindowFlags(flags);
 
-    static constexpr double kLargest = QWIDGETSIZE_MAX;
-    const auto length = [](double points) {
-        return points >= 1.0 ? static_cast<int>(std::lround(std::min(points, kLargest))) : 1;
-    };
     const auto place = [](double points) {
         return std::isfinite(points) ? static_cast<int>(std::lround(std::clamp(points, -kLargest, kLargest)))
                                      : 0;
     };
-    const QSize size(length(contentRect.size.width), length(contentRect.size.height));
-    if ((style & NSWindowStyleMaskResizable) == 0) {
+    QSize size(lengthOf(contentRect.size.width, 1), lengthOf(contentRect.size.height, 1));
+    QPoint corner(place(contentRect.origin.x), -place(contentRect.origin.y));
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    _resizable = (style & NSWindowStyleMaskResizable) != 0;
+    if (!_resizable) {
         _peer->setFixedSize(size);
+    } else if (screen != nullptr) {
+        size = size.boundedTo(screen->availableSize());
     }
-    QPoint corner(place(contentRect.origin.x), -place(contentRect.origin.y) - size.height());
-    if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    if (screen != nullptr) {
         corner += screen->geometry().topLeft() + QPoint(0, screen->geometry().height());
     }
-    _peer->setGeometry(QRect(corner, size));
+    _peer->setGeometry(QRect(corner - QPoint(0, size.height()), size));
+    placeContent();
     return this;
+}
+
+NSSize NSWindow::contentSize() const
+{
+    return fromQt(QRectF(_peer->rect())).size;
+}
+
+void NSWindow::setContentMinSize(NSSize size)
+{
+    if (_resizable) {
+        _peer->setMinimumSize(lengthOf(size.width, 0), lengthOf(size.height, 0));
+        placeContent();
+    }
 }
 
 void NSWindow::setTitle(Ref<NSString> title)
@@ -79,7 +128,10 @@ void NSWindow::setContentView(Ref<NSView> view)
     if (_contentView == view) {
         return;
     }
-    if (const Ref<NSView> old = std::exchange(_contentView, nullptr)) {
+    if (view) {
+        view->leaveItsPlace();
+    }
+    while (const Ref<NSView> old = std::exchange(_contentView, nullptr)) { // which may put in another
         old->_contentWindow = nullptr;
         if (old->_peer != nullptr) {
             old->_peer->detach();
@@ -88,14 +140,40 @@ void NSWindow::setContentView(Ref<NSView> view)
     if (!view) {
         return;
     }
-    view->leaveItsPlace();
     _contentView = std::move(view);
     _contentView->_contentWindow = this;
     QWidget* content = _contentView->widget();
     content->setParent(_peer);
-    content->setGeometry(_peer->rect());
-    _contentView->setFrame(fromQt(QRectF(_peer->rect())));
+    placeContent();
     content->setVisible(!_contentView->isHidden());
+}
+
+void NSWindow::placeContent()
+{
+    if (_contentView) {
+        _contentView->widget()->setGeometry(_peer->rect());
+        _contentView->setFrame(fromQt(QRectF(_peer->rect())));
+    }
+}
+
+void NSWindow::didResize()
+{
+    const EventInProgress progress;
+    const Ref<NSWindow> self(this);
+    const Ref<NSObject> listener = delegate();
+    if (auto* const heard = dynamic_cast<NSWindowDelegate*>(listener.get())) {
+        heard->windowDidResize(this);
+    }
+}
+
+void NSWindow::willClose()
+{
+    const EventInProgress progress;
+    const Ref<NSWindow> self(this);
+    const Ref<NSObject> listener = delegate();
+    if (auto* const heard = dynamic_cast<NSWindowDelegate*>(listener.get())) {
+        heard->windowWillClose(this);
+    }
 }
 
 void NSWindow::makeKeyAndOrderFront()

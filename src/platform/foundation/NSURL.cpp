@@ -2,6 +2,7 @@
 
 #include "platform/foundation/NSString.h"
 #include "platform/qt/Conversions.h"
+#include "platform/qt/UriList.h"
 
 #include <QUrl>
 
@@ -29,6 +30,12 @@ Ref<NSURL> NSURL::fileURLWithPath(NSString* path)
 Ref<NSString> NSURL::absoluteString() const
 {
     return _text;
+}
+
+Ref<NSString> NSURL::path() const
+{
+    const std::vector<QString> names = fileNamesIn(toQt(*_text).toUtf8(), QString());
+    return names.empty() ? nullptr : fromQt(names.front());
 }
 
 bool NSURL::isEqual(const NSObject* other) const

@@ -20,6 +20,10 @@ public:
     /// others.
     Ref<NSString> absoluteString() const;
 
+    /// The path that a "file" URL names on this computer. Null for other URLs, and where that would be no
+    /// text.
+    Ref<NSString> path() const;
+
     /// Whether the other URL has the same text.
     bool isEqual(const NSObject* other) const override;
 

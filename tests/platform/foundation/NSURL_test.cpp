@@ -31,4 +31,16 @@ TEST(NSURLTest, IsMadeOfWellFormedTexts)
     EXPECT_EQ(NSURL::URLWithString(nullptr), nullptr);
 }
 
+TEST(NSURLTest, NamesFiles)
+{
+    for (const char* path : {"/tmp/a b", "/100%25?c#d", "/\xC3\xBC/\n\"x", "/tmp/"}) {
+        EXPECT_EQ(utf8(NSURL::fileURLWithPath(text(path).get())->path()), path);
+    }
+    for (const char* other : {"http://example.com/a", "www.example.com", "file:///%FF", "file:///%00"}) {
+        EXPECT_EQ(NSURL::URLWithString(text(other).get())->path(), nullptr) << other;
+    }
+    EXPECT_EQ(NSURL::fileURLWithPath(text("").get()), nullptr);
+    EXPECT_EQ(NSURL::fileURLWithPath(nullptr), nullptr);
+}
+
 } // namespace
