@@ -3,6 +3,7 @@
 #include "platform/foundation/NSObject.h"
 
 #include "platform/foundation/Diagnostics.h"
+#include "platform/qt/OfApplication.h"
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -11,10 +12,20 @@
 #include <cmath>
 #include <limits>
 
+namespace
+{
+
+/// What waits for its time, and goes while there is still an application for what it keeps alive, which may
+/// have widgets.
+struct PendingMessages {
+    QObject parent; // of the timers
+};
+
+} // namespace
+
 void NSObject::performSelector_withObject_afterDelay(SEL selector, NSObject* argument, double seconds)
 {
-    QCoreApplication* const application = QCoreApplication::instance();
-    if (application == nullptr) {
+    if (QCoreApplication::instance() == nullptr) {
         diagnose("performSelector",
                  "there is no application whose event loop could send \"" + std::string(selector.name) + '"');
         return;
@@ -22,7 +33,7 @@ void NSObject::performSelector_withObject_afterDelay(SEL selector, NSObject* arg
     constexpr double kMilliseconds = 1000.0;
     constexpr double kLongest = std::numeric_limits<int>::max();
     const double delay = seconds > 0.0 ? std::min(std::ceil(seconds * kMilliseconds), kLongest) : 0.0;
-    auto* timer = new QTimer(application); // belongs to it, and goes with it if its time does not come
+    auto* timer = new QTimer(&ofApplication<PendingMessages>().parent);
     timer->setSingleShot(true);
     timer->setTimerType(Qt::PreciseTimer);
     QObject::connect(timer, &QTimer::timeout, timer, &QObject::deleteLater);

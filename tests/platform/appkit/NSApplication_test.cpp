@@ -1,18 +1,21 @@
 #include "platform/appkit/NSApplication.h"
 
 #include "platform/appkit/NSCursor.h"
-
+#include "platform/appkit/NSView.h"
 #include "platform/foundation/NSNumber.h"
 #include "support/ActionTarget.h"
 #include "support/Drawing.h"
+#include "support/EnvironmentVariable.h"
 #include "window/ZuToolButton.h"
 
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QCoreApplication>
 #include <QWidget>
 
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace
@@ -35,6 +38,16 @@ TEST(NSApplicationTest, CanBeFollowedByAnother)
         button->setTitle(text("Title"));
         EXPECT_EQ(QAccessible::queryAccessibleInterface(button->widget())->role(), QAccessible::PushButton);
         EXPECT_NE(button->imageOfBounds(1.0), nullptr); // nothing that was cached belongs to the one before
+    }
+}
+
+TEST(NSApplicationTest, HasTheToolkitSpeakTheLanguageOfTheSystem)
+{
+    for (const auto& [locale, word] : {std::pair("de_DE.UTF-8", "Abbrechen"), std::pair("C", "Cancel")}) {
+        const EnvironmentVariable variable("LC_ALL", locale);
+        const EnvironmentVariable languages("LANGUAGE", "");
+        const Ref<NSApplication> application = NSApplication::sharedApplication();
+        EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel").toStdString(), word);
     }
 }
 
@@ -85,6 +98,14 @@ TEST(NSApplicationTest, KeepsObjectAndArgumentOfAMessageUntilItIsSentOrDropped)
         ask(seconds);
     }
     EXPECT_TRUE(areGone()) << "with the application";
+    {
+        const Ref<NSApplication> application = NSApplication::sharedApplication();
+        const Ref<NSView> view = make<NSView>()->initWithFrame(NSMakeRect(0.0, 0.0, 10.0, 10.0));
+        view->widget(); // which needs the application to go
+        view->performSelector_withObject_afterDelay(ActionTarget::kAction, nullptr, 1e300);
+        object = Ref<NSObject>(view);
+    }
+    EXPECT_EQ(object.get(), nullptr);
 
     testing::internal::CaptureStderr();
     ask(0.0);
