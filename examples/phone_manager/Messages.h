@@ -1,19 +1,17 @@
 #pragma once
 
-#include <filesystem>
+#include <array>
 #include <string>
-#include <vector>
 
 /// A text message of the phone, in UTF-8.
 struct Message {
     enum class Kind { Received, Sent, Failed };
+    static constexpr std::array kKindNames{"received", "sent", "failed"}; // in tables, by kind
 
     Kind kind = Kind::Received;
     std::string name; // of who wrote it or gets it
     std::string number;
     std::string text;
+    std::string date = {}; // as its file tells it: "2026-04-03 12:30:45", in local time, if that is ours
+    bool isChecked = false;
 };
-
-/// The messages of a file with one on each line, "received; name; number; text", or "sent" or "failed". Lines
-/// that are not like that are left out; a file that cannot be read has none.
-std::vector<Message> readMessages(const std::filesystem::path& file);

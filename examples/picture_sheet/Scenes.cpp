@@ -42,6 +42,7 @@
 #include <window/ZuToolButton.h>
 
 #include <array>
+#include <string>
 #include <utility>
 
 namespace
@@ -49,7 +50,7 @@ namespace
 
 Ref<NSString> text(const char* utf8)
 {
-    return NSString::stringWithUTF8String(utf8);
+    return utf8 != nullptr ? NSString::stringWithUTF8String(utf8) : nullptr;
 }
 
 Ref<NSColor> rgb(int red, int green, int blue)
@@ -186,6 +187,12 @@ Ref<ZuLine> line(NSSize size, std::int32_t type, std::int32_t style)
     view->setType_(type);
     view->setStyle_(style);
     return view;
+}
+
+Ref<ZuLine> colored(Ref<ZuLine> line)
+{
+    line->setColor_(rgb(224, 104, 32));
+    return line;
 }
 
 Ref<ZuBox> box(const char* title, std::int64_t height, Ref<NSColor> color)
@@ -438,11 +445,11 @@ public:
     /// `room` is what is kept free left of the logos, in points.
     explicit PhoneTree(std::int64_t room) : _room(room)
     {
-        const Ref<ZuOutlineItem> phone = add(*_root, 0, "Phone", -1, rgb(82, 110, 160));
-        add(*phone, 1, "Contacts", 214, rgb(52, 152, 83));
-        const Ref<ZuOutlineItem> photos = add(*phone, 1, "Photos", 59, rgb(224, 130, 60));
-        add(*photos, 2, "Lake in spring", 42, rgb(70, 140, 190));
-        add(*photos, 2, "Sunset", 17, rgb(224, 64, 48))->setIsChecked(0);
+        const Ref<ZuOutlineItem> phone = add(*_root, "Phone", -1, rgb(82, 110, 160));
+        add(*phone, "Contacts", 214, rgb(52, 152, 83));
+        const Ref<ZuOutlineItem> photos = add(*phone, "Photos", 59, rgb(224, 130, 60));
+        add(*photos, "Lake in spring", 42, rgb(70, 140, 190));
+        add(*photos, "Sunset", 17, rgb(224, 64, 48))->setIsChecked(0);
     }
 
     Ref<NSView> outline(Ref<NSCell> cell)
@@ -451,6 +458,7 @@ public:
         const Ref<ZuOutlineView> outline = make<ZuOutlineView>();
         outline->setRowHeight(kRowHeight);
         outline->setHeaderView(nullptr);
+        outline->setBackgroundImage_(_background.get()); // which only an application draws
         addColumn(*outline, "", kWidth, std::move(cell));
         outline->setDelegate(this);
         outline->setDataSource(this);
@@ -496,11 +504,15 @@ private:
     {
         return item != nullptr ? dynamic_cast<ZuOutlineItem&>(*item) : *_root;
     }
-    Ref<ZuOutlineItem> add(ZuOutlineItem& parent, std::int64_t level, const char* name, std::int64_t number,
+    Ref<ZuOutlineItem> add(ZuOutlineItem& parent, const char* name, std::int64_t number,
                            Ref<NSColor> color) const
     {
         constexpr std::int64_t kLevel = 16;  // of the outline
         constexpr std::int64_t kOutdent = 8; // of the cells
+        std::int64_t level = 0;
+        for (Ref<ZuOutlineItem> above = parent.parent(); above; above = above->parent()) {
+            ++level;
+        }
         Ref<ZuOutlineItem> item = make<ZuOutlineItem>()->init();
         item->setName(text(name));
         item->setNumber(number);
@@ -518,12 +530,19 @@ private:
     Ref<ZuOutlineItem> _root = make<ZuOutlineItem>()->init();
     Ref<NSImage> _unchecked = checkImage("content-check-no");
     Ref<NSImage> _checked = checkImage("content-check-yes");
+    Ref<NSImage> _background = patch("background", {16.0, 16.0}, rgb(240, 240, 240));
 };
 
 /// Messages, one of which could not be sent.
 class Messages final : public NSObject, public NSTableViewDataSource, public NSTableViewDelegate
 {
 public:
+    Messages()
+    {
+        _messages[2].data->setCheck(text("✓"));
+        _messages[4].data->setProgressBarDouble(40.0);
+    }
+
     Ref<NSView> table(Ref<NSCell> cell)
     {
         const Ref<NSTableView> table = make<NSTableView>();
@@ -549,7 +568,8 @@ public:
                                                       NSTableColumn* /*column*/, std::int64_t row) override
     {
         const Message& message = _messages[static_cast<std::size_t>(row)];
-        cell->setStringValue(message.data->contactsName());
+        const Ref<NSString> name = message.data->contactsName();
+        cell->setStringValue(name ? name : message.data->phoneNumber());
         if (auto* const textRow = dynamic_cast<ZuSmsImageCell*>(cell)) {
             fill(*textRow, message);
         } else if (auto* const button = dynamic_cast<PelSmsTableCheckImageCell*>(cell)) {
@@ -567,7 +587,12 @@ private:
     template <class Cell> static void fill(Cell& cell, const Message& message)
     {
         cell.setFrontImage(message.data->image().get());
-        cell.setButtonContents(message.data->title());
+        const Ref<NSString> check = message.data->check();
+        const double progress = message.data->progressBarDouble();
+        const std::string words =
+            (check ? check->UTF8String() + ' ' : "") + message.data->title()->UTF8String() +
+            (progress < kComplete ? " (" + std::to_string(static_cast<int>(progress)) + " %)" : "");
+        cell.setButtonContents(text(words.c_str()));
         cell.setSentSmsType(message.sentSmsType);
         cell.setIsTitleAlignCenter(message.isTitleCentered);
     }
@@ -576,7 +601,9 @@ private:
     {
         Ref<PelSMSTableData> data = make<PelSMSTableData>()->init();
         data->setContactsName(text(name));
+        data->setPhoneNumber(text("+49 30 1234567"));
         data->setTitle(text(words));
+        data->setProgressBarDouble(kComplete);
         data->setImage(std::move(picture));
         return data;
     }
@@ -584,6 +611,7 @@ private:
     static constexpr double kWidth = 340.0;
     static constexpr double kMessageHeight = 48.0;
     static constexpr std::int32_t kSendingFailed = 5;
+    static constexpr double kComplete = 100.0; // per cent that are loaded
 
     std::array<Message, 5> _messages{{
         {message("Anna", "See you at the station at half past eight, I have the tickets for all of us.",
@@ -591,7 +619,7 @@ private:
         {message("Ben", "Can you bring the camera?", patch("face", {40.0, 40.0}, rgb(52, 152, 83))),
          kSendingFailed},
         {message("Clara", "", patch("face", {28.0, 28.0}, rgb(224, 130, 60))), 0, true},
-        {message("+49 30 1234567", "Your parcel has arrived.", nullptr)},
+        {message(nullptr, "Your parcel has arrived.", nullptr)},
         {message("Dora", "A tall picture.", patch("face", {30.0, 90.0}, rgb(120, 110, 150)))},
     }};
 };
@@ -627,7 +655,8 @@ std::vector<Scene> scenes()
          {{"horizontal", line({100.0, 2.0}, ZuLine::kHorizontal, ZuLine::kSolid)},
           {"horizontal, dashed", line({100.0, 2.0}, ZuLine::kHorizontal, ZuLine::kDashed)},
           {"vertical", line({1.0, 40.0}, ZuLine::kVertical, ZuLine::kSolid)},
-          {"vertical, dashed", line({1.0, 40.0}, ZuLine::kVertical, ZuLine::kDashed)}}},
+          {"vertical, dashed", line({1.0, 40.0}, ZuLine::kVertical, ZuLine::kDashed)},
+          {"coloured", colored(line({100.0, 2.0}, ZuLine::kHorizontal, ZuLine::kSolid))}}},
         {"ZuBox", {{"awake", box(nullptr, 1, grey)}, {"title, other line", box("Photos", 6, accent)}}},
         {"ZuBorderView",
          {{"origin below", marked(borderView(1.0, NSColor::blackColor()))},

@@ -1,4 +1,4 @@
-// The example application as a user has it: a process of its own, a pointer, and a settings file.
+// The example application as a user has it: a process of its own, a pointer, a keyboard, and files.
 
 #include "platform/appkit/NSApplication.h"
 #include "real/Desktop.h"
@@ -12,83 +12,118 @@
 #include <QPoint>
 #include <QProcess>
 #include <QRect>
+#include <QUrl>
 
 #include <filesystem>
+#include <map>
+#include <regex>
 #include <sstream>
 
 namespace
 {
 
-// Where things are in the window, in points from its top-left.
-constexpr QPoint kMessages(150, 65);
-constexpr QPoint kContacts(150, 150); // the free part of a button's face
-constexpr QPoint kImport(150, 300);
-constexpr QPoint kBackups(150, 384);
-constexpr QPoint kAppearance(150, 562);
-constexpr QPoint kContactsBlank(275, 160); // where the face has no text
-constexpr QPoint kPage(500, 500);
-constexpr QPoint kFirstCheck(339, 150); // where check images are blue, and white if nothing is checked
-constexpr QPoint kHeaderCheck(339, 125);
-constexpr QPoint kNameHeader(450, 130);
-constexpr QPoint kFirstName(450, 155);
-constexpr QPoint kFirstTriangle(337, 129);
-constexpr QPoint kFirstKindsCheck(349, 124);
-constexpr QPoint kSecondKindsCheck(349, 148);
-constexpr QPoint kFirstFoldersCheck(365, 148); // which is there while the first kind is expanded
-constexpr QRect kStatus(329, 450, 400, 30);
-constexpr QPoint kImportButton(656, 370); // above its title
-constexpr QPoint kProgressEnd(704, 272);
-constexpr QPoint kImportDrop(520, 330);
-constexpr QPoint kNameFilter(370, 129);
-constexpr QPoint kKindArrow(618, 129);
-constexpr QPoint kReceivedCheck(494, 151); // in the pop-over
-constexpr QPoint kEditNames(650, 129);
-constexpr QPoint kFirstMessage(333, 176); // the edge of a picture that tells its kind
-constexpr QPoint kThirdMessage(333, 280);
-constexpr QPoint kFirstSender(372, 168);
-constexpr QRect kSenders(360, 151, 130, 12); // the upper parts of the first sender's name
-constexpr QRect kHelp(478, 455, 250, 20);
+namespace fs = std::filesystem;
 
+// Where things are in the window, in points from its top-left.
+constexpr QPoint kImport(170, 28);
+constexpr QPoint kImportBlank(262, 20); // where its face has no text
+constexpr QPoint kImportEdge(200, 12);
+constexpr QPoint kExport(170, 94);
+constexpr QPoint kAppearance(170, 456);
+constexpr QPoint kLanguage(170, 588);
+constexpr QRect kSidebar(12, 440, 256, 188); // the buttons below the outline
+constexpr QPoint kContacts(100, 157);        // in the outline, as long as all is collapsed
+constexpr QPoint kMessages(100, 181);
+constexpr QPoint kPictures(100, 205);
+constexpr QRect kCounts(74, 150, 150, 64);
+constexpr QRect kLastDigit(201, 174, 5, 14); // of a count of messages that has six
+constexpr QPoint kContactsTriangle(20, 157);
+constexpr QPoint kContactsCheck(32, 152); // where checks are blue if they are checked
+constexpr QPoint kMessagesCheck(32, 176);
+constexpr QPoint kPicturesCheck(32, 200);
+constexpr QPoint kFamilyCheck(48, 176); // while the contacts are expanded, as are the next
+constexpr QPoint kWorkCheck(48, 248);
+constexpr QPoint kSampleLink(390, 112);
+constexpr QPoint kHeaderCheck(320, 70);
+constexpr QPoint kNameHeader(400, 74);
+constexpr QPoint kFirstCheck(320, 95);
+constexpr QPoint kSecondCheck(320, 119); // of one of the family, in the example and in ascending order
+constexpr QPoint kFirstName(380, 99);
+constexpr QRect kNames(337, 90, 120, 200);
+constexpr QRect kStatus(309, 470, 400, 20);
+constexpr QPoint kNameFilter(370, 73);
+constexpr QPoint kKindArrow(664, 73);
+constexpr QRect kKinds(500, 64, 100, 18);
+constexpr QPoint kReceivedCheck(504, 95); // in the pop-over
+constexpr QPoint kEditNames(749, 73);
+constexpr QPoint kFirstMessage(343, 147); // the edge of a picture that tells its kind
+constexpr QPoint kSecondMessage(343, 199);
+constexpr QPoint kThirdMessage(343, 251);
+constexpr QPoint kFirstSender(400, 138);
+constexpr QRect kSenders(375, 132, 90, 12);
+constexpr QPoint kLink(650, 405); // in the text of the first message of which that has one
+constexpr QPoint kFirstThumbnail(575, 110);
+constexpr QPoint kSecondThumbnail(575, 160);
+constexpr QPoint kProgressBegin(322, 602);
+constexpr QPoint kCancel(866, 596); // above its title
+constexpr QRect kSentence(318, 505, 600, 40);
+constexpr QPoint kNowhere(600, 620);
+
+constexpr const char* kBlank = "#ffffff";
+constexpr const char* kChecked = "#2680c8";
 constexpr const char* kReceived = "#349853";
 constexpr const char* kSent = "#2096d6";
-constexpr const char* kChecked = "#2680c8";
-constexpr const char* kUnchecked = "#ffffff";
+constexpr const char* kSky = "#20baea";     // the shipped colour
+constexpr const char* kSkyEdge = "#8ad7ef"; // where that lies over the window
+constexpr const char* kMeadow = "#349853";
+
+constexpr const char* kGerman = "^Telefonverwaltung$";
+constexpr int kManyMessages = 100'000;
+constexpr int kLongText = 1000; // characters, so that reading that many takes a while
+
+/// Contacts with all that a table can hold, written as exports are.
+constexpr const char* kContactsTable = "\xEF\xBB\xBFname,group,number,email\r\n"
+                                       "\"Zoë \"\"Z\"\" Groß\",Family,+49 30 1,z@example.org\r\n"
+                                       "\"Comma, and; semicolon\",\"Two\nlines\",,\r\n"
+                                       "  Leading blanks,  ,\t1,\r\n"
+                                       "\xF0\x9F\x98\x80 \xE2\x80\xAE<b>&amp;,Work,00,\"a\r\nb\"\r\n";
 
 class PhoneManagerRealTest : public testing::Test
 {
 protected:
-    PhoneManagerRealTest() { std::filesystem::copy_file(shippedSettings(), settingsPath()); }
     ~PhoneManagerRealTest() override { quit(); }
 
-    static std::filesystem::path shippedSettings()
+    QProcessEnvironment environment() const
     {
-        return std::filesystem::path(PHONE_MANAGER).parent_path() / "Resources" / "settings.json";
+        QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
+        const QString own = QString::fromStdString(folder.path().string());
+        result.insert("LC_ALL", "de_DE.UTF-8");
+        result.insert("PATH", own + ":" + result.value("PATH")); // where what opens links may be
+        result.insert("XDG_CONFIG_HOME", own);
+        return result;
     }
-    std::filesystem::path settingsPath() const { return folder.path() / "settings.json"; }
 
-    void start(const QString& locale)
+    void start(const QStringList& files = {}, const char* title = kGerman)
     {
         process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("LC_ALL", locale);
-        environment.insert("PATH", QString::fromStdString(folder.path().string()) + ":" +
-                                       environment.value("PATH")); // where what opens links may be
-        environment.insert("XDG_CONFIG_HOME", QString::fromStdString(folder.path().string()));
-        process.setProcessEnvironment(environment);
-        process.start(PHONE_MANAGER, {QString::fromStdString(settingsPath().string())});
-        const std::string window =
-            desktop::xdotool({"search", "--sync", "--onlyvisible", "--name", "^Telefonverwaltung$"});
+        process.setProcessEnvironment(environment());
+        process.start(PHONE_MANAGER, QStringList{"--settings", pathOf("settings.json")} + files);
+        window = desktop::xdotool({"search", "--sync", "--onlyvisible", "--name", title});
         ASSERT_FALSE(window.empty());
         desktop::focus(std::stoul(window));
-        std::istringstream geometry(desktop::xdotool({"getwindowgeometry", "--shell", window}));
-        for (std::string line; std::getline(geometry, line);) {
-            if (line.starts_with("X=")) {
-                origin.setX(std::stoi(line.substr(2)));
-            } else if (line.starts_with("Y=")) {
-                origin.setY(std::stoi(line.substr(2)));
-            }
-        }
-        EXPECT_TRUE(shows(kPage, "#f5f5f5"));
+        const std::map<std::string, int> place = geometry();
+        origin = QPoint(place.at("X"), place.at("Y"));
+        moveTo(kNowhere);
+        EXPECT_TRUE(shows(QPoint(290, 10), "#f5f5f5"));
+    }
+
+    /// Starts it with the example, which the link on the start page imports.
+    void startWithSample(const char* title = kGerman)
+    {
+        start({}, title);
+        const QImage empty = picture(kCounts);
+        click(kSampleLink);
+        EXPECT_TRUE(changes(kCounts, empty));
     }
 
     void quit()
@@ -97,205 +132,350 @@ protected:
         process.waitForFinished();
     }
 
-    void moveTo(QPoint place) { desktop::movePointer(origin + place); }
-    void click(QPoint place)
+    std::map<std::string, int> geometry() const
+    {
+        std::map<std::string, int> result;
+        std::istringstream lines(desktop::xdotool({"getwindowgeometry", "--shell", window}));
+        for (std::string line; std::getline(lines, line);) {
+            const std::size_t sign = line.find('=');
+            result[line.substr(0, sign)] = std::stoi(line.substr(sign + 1));
+        }
+        return result;
+    }
+
+    QString pathOf(const std::string& name) const
+    {
+        return QString::fromStdString((folder.path() / name).string());
+    }
+
+    void moveTo(QPoint place) const { desktop::movePointer(origin + place); }
+    void click(QPoint place) const
     {
         moveTo(place);
         desktop::press();
         desktop::release();
     }
+    /// Has the field with the keyboard hold this, and ends editing.
+    static void enter(const std::string& words)
+    {
+        desktop::xdotool({"key", "ctrl+a", "BackSpace"});
+        desktop::xdotool({"type", words});
+        desktop::xdotool({"key", "Return"});
+    }
+
     bool shows(QPoint place, const char* color) const
     {
         return desktop::waitUntil([&] { return desktop::colorOnScreen(origin + place).name() == color; });
     }
     QImage picture(QRect rect) const { return desktop::pictureOfScreen(rect.translated(origin)); }
-    bool saved(const std::string& part) const
+    bool changes(QRect rect, const QImage& before) const
     {
-        return desktop::waitUntil(
-            [&] { return folder.read("settings.json").find(part) != std::string::npos; });
+        return desktop::waitUntil([&] { return picture(rect) != before; });
+    }
+    bool returns(QRect rect, const QImage& before) const
+    {
+        return desktop::waitUntil([&] { return picture(rect) == before; });
+    }
+    bool holds(const std::string& file, const std::string& part) const
+    {
+        return desktop::waitUntil([&] { return folder.read(file).find(part) != std::string::npos; });
+    }
+
+    /// Whether that is the colour of a button that is pressed.
+    bool buttonsAre(const char* color) const
+    {
+        moveTo(kImportBlank);
+        desktop::press();
+        const bool result = shows(kImportBlank, color);
+        moveTo(kNowhere); // so that it does nothing
+        desktop::release();
+        return result;
+    }
+
+    /// Drops files of the folder from the other process.
+    void drop(const std::vector<std::string>& names, QPoint place)
+    {
+        std::string urls;
+        for (const std::string& name : names) {
+            urls += QUrl::fromLocalFile(pathOf(name)).toEncoded().toStdString() + "\r\n";
+        }
+        desktop::OtherProcess other;
+        other.drag(urls, "text/uri-list", origin + place,
+                   [&] { return other.said().contains("would copy") || other.says("would copy"); });
+        EXPECT_TRUE(other.drops("copied"));
+    }
+
+    /// Writes tables and pictures to drop.
+    std::vector<std::string> writeFiles() const
+    {
+        folder.write("Kontakte.csv", kContactsTable);
+        folder.write("SMS \xE2\x9C\x89.TXT",
+                     "kind;number;text;name;date\n"
+                     "sent;+49 1;\"  \"\"\";;\n"
+                     "Failed;\"1;2\";\"Two\r\nlines, \"\"quoted\"\"\";Zoë;2026-04-03\n"
+                     "received;3;\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x9A\x80;;\n");
+        for (const char* name : {"Sunset.jpg", "Über den Wolken.jpg"}) {
+            fs::copy_file(fs::path(PHONE_MANAGER).parent_path() / "Resources/Sample/Pictures" / name,
+                          folder.path() / name);
+        }
+        return {"Kontakte.csv", "SMS \xE2\x9C\x89.TXT", "Sunset.jpg", "Über den Wolken.jpg"};
+    }
+
+    /// Checks all and exports it, by the panel, to a new folder of this name. Returns what is in it.
+    std::map<std::string, std::string> exportTo(const std::string& name)
+    {
+        for (const QPoint check : {kContactsCheck, kMessagesCheck, kPicturesCheck}) {
+            click(check);
+        }
+        EXPECT_TRUE(shows(kPicturesCheck, kChecked));
+        fs::create_directory(folder.path() / name);
+        click(kExport);
+        desktop::focus(std::stoul(
+            desktop::xdotool({"search", "--sync", "--onlyvisible", "--name", "^Verzeichnis suchen$"})));
+        enter((folder.path() / name).string());
+        EXPECT_TRUE(holds(name + "/Telefon-Export/index.html", "</html>"));
+        return filesIn(name + "/Telefon-Export");
+    }
+
+    /// What all files in a folder hold, without the dates of the page.
+    std::map<std::string, std::string> filesIn(const std::string& name) const
+    {
+        static const std::regex dates("[0-9]{1,2} [^ ]+ [0-9]{4}, [0-9]{2}:[0-9]{2}");
+        std::map<std::string, std::string> files;
+        for (const auto& entry : fs::recursive_directory_iterator(folder.path() / name)) {
+            if (entry.is_regular_file()) {
+                const std::string file = entry.path().lexically_relative(folder.path() / name).string();
+                files[file] = folder.read((fs::path(name) / file).string());
+            }
+        }
+        files["index.html"] = std::regex_replace(files["index.html"], dates, "");
+        return files;
     }
 
     TemporaryFolder folder;
     QProcess process;
+    std::string window;
     QPoint origin;
 };
 
-TEST_F(PhoneManagerRealTest, ShowsWhatWasChosenAfterARestart)
+TEST_F(PhoneManagerRealTest, KeepsWhatWasChosenOverARestart)
 {
-    start("de_DE.UTF-8");
-    moveTo(kContacts);
-    desktop::press();
-    EXPECT_TRUE(shows(kContactsBlank, "#20baea")) << "the shipped colour";
-    desktop::release();
-    EXPECT_TRUE(saved("\"opened_contacts\": 1"));
-    EXPECT_TRUE(saved("\"kind\": \"contacts\""));
+    startWithSample();
+    const QImage german = picture(kSidebar);
+    click(kMessages);
+    EXPECT_TRUE(holds("settings.json", "\"page\": \"Messages\""));
+    click(kLanguage);
+    moveTo(kNowhere);
+    EXPECT_TRUE(changes(kSidebar, german));
+    EXPECT_TRUE(shows(kFirstMessage, kReceived)) << "the same page";
+    EXPECT_TRUE(buttonsAre(kSky));
     click(kAppearance);
-    EXPECT_TRUE(saved("\"color_background\": \"52,152,83\""));
+    EXPECT_TRUE(holds("settings.json", "\"color_background\": \"52,152,83\""));
+    desktop::xdotool({"windowsize", window, "1000", "660"});
+    EXPECT_TRUE(holds("settings.json", "\"window_height\": 660"));
 
     quit();
-    start("C"); // still German: the choice is kept
-    moveTo(kContacts);
-    desktop::press();
-    EXPECT_TRUE(shows(kContactsBlank, "#349853"));
-    desktop::release();
-    EXPECT_TRUE(saved("\"opened_contacts\": 2"));
+    startWithSample("^Phone Manager$"); // the language is kept
+    EXPECT_EQ(geometry()["WIDTH"], 1000);
+    EXPECT_EQ(geometry()["HEIGHT"], 660);
+    EXPECT_TRUE(shows(kFirstMessage, kReceived));
+    EXPECT_TRUE(buttonsAre(kMeadow));
 }
 
-TEST_F(PhoneManagerRealTest, ImportsThePhotosAtThePressOfAButton)
+TEST_F(PhoneManagerRealTest, PutsBrokenSettingsAside)
 {
-    start("de_DE.UTF-8");
-    click(kImport);
-    EXPECT_TRUE(shows(kProgressEnd, "#f0f0f0")) << "nothing done yet";
-    click(kImportButton);
-    EXPECT_TRUE(shows(kProgressEnd, "#20baea"));
-    EXPECT_TRUE(shows(kImportButton, "#1b9ec7")) << "it can be pressed again";
-    int photos = 0;
-    for (const auto& entry :
-         std::filesystem::directory_iterator(shippedSettings().parent_path() / "Photos")) {
-        const std::string name = entry.path().filename().string();
-        EXPECT_EQ(folder.read("Importierte Fotos/" + name), folder.read(entry.path().string())) << name;
-        ++photos;
-    }
-    EXPECT_EQ(photos, 3);
+    folder.write("settings.json", "{ \"page\": ");
+    start();
+    EXPECT_EQ(folder.read("settings.broken.json"), "{ \"page\": ");
+    const QImage told = picture(kSentence);
+    EXPECT_NE(told.pixelColor(0, 0), QColor("#f5f5f5")) << "a panel";
+    click(kAppearance);
+    EXPECT_TRUE(holds("settings.json", "\"color_background\": \"32,186,234\""));
+    EXPECT_TRUE(returns(kSentence, told));
 }
 
-TEST_F(PhoneManagerRealTest, ChecksContactsByThePointerAndTheSpaceKey)
+TEST_F(PhoneManagerRealTest, ChecksAndSortsContacts)
 {
-    start("de_DE.UTF-8");
-    click(kContacts);
-    EXPECT_TRUE(shows(kFirstCheck, kUnchecked));
+    startWithSample();
     const QImage noneChecked = picture(kStatus);
-
+    const QImage ascending = picture(kNames);
     click(kFirstCheck);
     EXPECT_TRUE(shows(kFirstCheck, kChecked));
-    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) != noneChecked; }));
     click(kNameHeader);
-    EXPECT_TRUE(shows(kFirstCheck, kUnchecked)) << "the last contact is first now";
-    click(kHeaderCheck);
-    EXPECT_TRUE(shows(kFirstCheck, kChecked));
-    EXPECT_TRUE(shows(kHeaderCheck, kChecked));
-
+    EXPECT_TRUE(changes(kNames, ascending));
+    EXPECT_TRUE(shows(kFirstCheck, kBlank)) << "the last contact is first now";
     click(kFirstName); // selects it
     desktop::xdotool({"key", "space"});
-    EXPECT_TRUE(shows(kFirstCheck, kUnchecked));
-    EXPECT_TRUE(shows(kHeaderCheck, kUnchecked));
+    EXPECT_TRUE(shows(kFirstCheck, kChecked));
+    desktop::xdotool({"key", "space"});
+    EXPECT_TRUE(shows(kFirstCheck, kBlank));
     click(kNameHeader);
-    EXPECT_TRUE(shows(kFirstCheck, kChecked)) << "the first contact is back";
+    EXPECT_TRUE(shows(kSecondCheck, kBlank));
     click(kHeaderCheck);
+    EXPECT_TRUE(shows(kSecondCheck, kChecked));
+    EXPECT_TRUE(shows(kHeaderCheck, kChecked));
+    EXPECT_TRUE(shows(kContactsCheck, kChecked)) << "in the outline";
     click(kHeaderCheck);
-    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) == noneChecked; }));
-}
+    EXPECT_TRUE(returns(kStatus, noneChecked));
+    EXPECT_TRUE(returns(kNames, ascending));
 
-TEST_F(PhoneManagerRealTest, ExpandsAKindOfTheBackupAndChoosesAmongItsFolders)
-{
-    start("de_DE.UTF-8");
-    click(kBackups);
-    EXPECT_TRUE(shows(kSecondKindsCheck, kChecked));
-    const QImage allChosen = picture(kStatus);
-
-    click(kFirstTriangle);
-    EXPECT_TRUE(shows(kFirstFoldersCheck, kChecked));
-    EXPECT_TRUE(shows(kSecondKindsCheck, kUnchecked)) << "it went down";
-    click(kFirstFoldersCheck);
-    EXPECT_TRUE(shows(kFirstFoldersCheck, kUnchecked));
-    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) != allChosen; }));
-    click(kFirstKindsCheck);
-    EXPECT_TRUE(shows(kFirstFoldersCheck, kChecked));
-    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) == allChosen; }));
-    click(kFirstTriangle);
-    EXPECT_TRUE(shows(kSecondKindsCheck, kChecked));
+    EXPECT_TRUE(shows(kContactsCheck, kBlank));
+    click(kContactsTriangle);
+    click(kFamilyCheck);
+    EXPECT_TRUE(shows(kSecondCheck, kChecked));
+    EXPECT_TRUE(shows(kFirstCheck, kBlank)) << "a friend";
+    EXPECT_TRUE(shows(kContactsCheck, kChecked)) << "of the mixed image";
+    EXPECT_TRUE(shows(kWorkCheck, kBlank));
+    EXPECT_TRUE(shows(kHeaderCheck, kBlank));
+    click(kFamilyCheck);
+    EXPECT_TRUE(shows(kSecondCheck, kBlank));
+    EXPECT_TRUE(shows(kContactsCheck, kBlank));
 }
 
 TEST_F(PhoneManagerRealTest, FiltersMessagesAndEditsTheirNames)
 {
-    start("de_DE.UTF-8");
+    startWithSample();
     click(kMessages);
     EXPECT_TRUE(shows(kFirstMessage, kReceived));
     EXPECT_TRUE(shows(kThirdMessage, kSent));
     const QImage all = picture(kStatus);
-
     click(kNameFilter);
-    desktop::xdotool({"key", "ctrl+a"});
-    desktop::xdotool({"type", "clara"});
-    desktop::xdotool({"key", "Return"});
-    EXPECT_TRUE(shows(kThirdMessage, "#ffffff")) << "two messages are left";
-    EXPECT_TRUE(shows(kFirstMessage, kReceived));
-    desktop::xdotool({"key", "ctrl+a"});
-    desktop::xdotool({"key", "BackSpace"});
-    desktop::xdotool({"key", "Return"});
-    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kStatus) == all; }));
-
-    const QImage allKinds = picture(QRect(kKindArrow - QPoint(120, 8), QSize(100, 16)));
-    click(kKindArrow);
-    EXPECT_TRUE(shows(kReceivedCheck, kChecked));
-    click(kReceivedCheck);
-    EXPECT_TRUE(shows(kReceivedCheck, kUnchecked));
-    EXPECT_TRUE(shows(kFirstMessage, kSent));
-    EXPECT_EQ(picture(QRect(kKindArrow - QPoint(120, 8), QSize(100, 16))), allKinds) << "until it closes";
-    click(kPage);
-    EXPECT_TRUE(desktop::waitUntil(
-        [&] { return picture(QRect(kKindArrow - QPoint(120, 8), QSize(100, 16))) != allKinds; }));
-    EXPECT_TRUE(shows(kReceivedCheck, "#ffffff")) << "the list again";
+    enter("clara");
+    EXPECT_TRUE(shows(kThirdMessage, kBlank)) << "two messages are left";
+    EXPECT_TRUE(shows(kSecondMessage, kSent));
+    enter("");
+    EXPECT_TRUE(returns(kStatus, all));
 
     const QImage names = picture(kSenders);
     click(kEditNames);
     click(kFirstSender);
-    EXPECT_TRUE(desktop::waitUntil([&] { return picture(kSenders) != names; })) << "a field is there";
-    desktop::xdotool({"type", "WWWWWW"});
-    desktop::xdotool({"key", "Return"});
+    EXPECT_TRUE(changes(kSenders, names)) << "a field is there";
+    enter("WWWWWW");
     click(kEditNames);
     click(kNameFilter);
-    desktop::xdotool({"key", "ctrl+a"});
-    desktop::xdotool({"type", "wwwwww"});
-    desktop::xdotool({"key", "Return"});
-    EXPECT_TRUE(shows(kThirdMessage, "#ffffff")) << "one message that was sent has this name";
+    enter("wwwwww");
+    EXPECT_TRUE(shows(kThirdMessage, kReceived)) << "the last message of all has this name, too";
+    EXPECT_TRUE(shows(kSecondMessage, kSent));
+    EXPECT_TRUE(shows(kFirstMessage, kReceived));
+
+    const QImage kinds = picture(kKinds);
+    click(kKindArrow);
+    EXPECT_TRUE(shows(kReceivedCheck, kChecked));
+    click(kReceivedCheck);
+    EXPECT_TRUE(shows(kReceivedCheck, kBlank));
+    EXPECT_TRUE(shows(kSecondMessage, kBlank));
+    click(kNowhere);
+    EXPECT_TRUE(changes(kKinds, kinds)) << "tells them when the pop-over has closed";
     EXPECT_TRUE(shows(kFirstMessage, kSent));
 }
 
-TEST_F(PhoneManagerRealTest, OpensTheGuideByTheDesktop)
+TEST_F(PhoneManagerRealTest, OpensAndCopiesTheLinkOfAMessage)
 {
     folder.write("xdg-open", "#!/bin/sh\necho \"$1\" >\"$XDG_CONFIG_HOME/opened\"\n");
-    std::filesystem::permissions(folder.path() / "xdg-open", std::filesystem::perms::owner_all);
-    start("de_DE.UTF-8");
+    fs::permissions(folder.path() / "xdg-open", fs::perms::owner_all);
+    startWithSample();
     click(kMessages);
-    QPoint link;
-    EXPECT_TRUE(desktop::waitUntil([&] {
-        const QImage help = picture(kHelp);
-        for (int x = 0; x < help.width(); ++x) {
-            for (int y = 0; y < help.height(); ++y) {
-                if (help.pixelColor(x, y) == QColor("#0000ff")) {
-                    link = kHelp.topLeft() + QPoint(x + 10, y - 3);
-                    return true;
-                }
-            }
-        }
-        return false;
-    })) << "its underline";
-    click(link);
-    EXPECT_TRUE(desktop::waitUntil([&] {
-        return std::filesystem::exists(folder.path() / "opened") &&
-               folder.read("opened") == "https://example.org/phone-manager/messages\n";
-    }));
+    click(kNameFilter);
+    enter("clara");
+    EXPECT_TRUE(shows(kThirdMessage, kBlank));
+    const QImage nothing = picture(QRect(kLink, QSize(40, 10)));
+    click(kFirstMessage);
+    EXPECT_TRUE(changes(QRect(kLink, QSize(40, 10)), nothing));
+    click(kLink);
+    EXPECT_TRUE(holds("opened", "https://example.org/photos/concert-2026\n"));
+
+    const QPoint item(20, 12); // of the menu, from where it opens
+    const QImage before = picture(QRect(kLink + item, QSize(10, 10)));
+    moveTo(kLink);
+    desktop::xdotool({"click", "3"});
+    EXPECT_TRUE(changes(QRect(kLink + item, QSize(10, 10)), before));
+    click(kLink + item);
+    EXPECT_TRUE(returns(QRect(kLink + item + QPoint(20, 0), QSize(10, 10)), before));
+    desktop::OtherProcess other;
+    other.start({"clipboard"});
+    EXPECT_TRUE(other.says("https://example.org/photos/concert-2026\n"));
+    other.drops("");
 }
 
-TEST_F(PhoneManagerRealTest, ImportsPhotosThatAreDropped)
+TEST_F(PhoneManagerRealTest, ShowsPicturesThatAreDropped)
 {
-    start("de_DE.UTF-8");
-    click(kImport);
-    EXPECT_TRUE(shows(kProgressEnd, "#f0f0f0"));
-    folder.write("zwei W\xC3\xB6rter.jpg", "a photo");
-    folder.write("notes.txt", "no photo");
-    const auto url = [&](const char* name) { return "file://" + (folder.path() / name).string() + "\r\n"; };
-    desktop::OtherProcess other;
-    other.drag(url("zwei%20W%C3%B6rter.jpg") + url("notes.txt"), "text/uri-list", origin + kImportDrop,
-               [&] { return other.said().contains("would copy") || other.says("would copy"); });
-    EXPECT_TRUE(other.drops("copied"));
-    click(kImportButton);
-    EXPECT_TRUE(desktop::waitUntil(
-        [&] { return std::filesystem::exists(folder.path() / "Importierte Fotos/zwei W\xC3\xB6rter.jpg"); }));
-    EXPECT_TRUE(shows(kProgressEnd, "#20baea"));
-    EXPECT_FALSE(std::filesystem::exists(folder.path() / "Importierte Fotos/notes.txt"));
-    EXPECT_FALSE(std::filesystem::exists(folder.path() / "Importierte Fotos/Sunset.jpg"));
+    const std::vector<std::string> files = writeFiles();
+    start();
+    click(kPictures);
+    drop({files[2], files[3]}, kFamilyCheck);
+    const auto warmth = [&](QPoint place) {
+        const QColor color = desktop::colorOnScreen(origin + place);
+        return color.red() - color.blue();
+    };
+    EXPECT_TRUE(desktop::waitUntil([&] { return warmth(kFirstThumbnail) > 40; })) << "a sunset";
+    EXPECT_TRUE(desktop::waitUntil([&] { return warmth(kSecondThumbnail) < -40; })) << "above the clouds";
+}
+
+TEST_F(PhoneManagerRealTest, GoesOnWorkingDuringALongImport)
+{
+    std::string table = "kind,number,text\n";
+    for (int i = 0; i < kManyMessages; ++i) {
+        table += "sent," + std::to_string(i) + "," + std::string(kLongText, 'x') + "\n";
+    }
+    folder.write("long.csv", table);
+    start();
+    click(kMessages);
+    const QImage empty = picture(kCounts);
+    drop({"long.csv"}, kImport);
+    const auto runs = [&] { return desktop::colorOnScreen(origin + kProgressBegin) == QColor(kSky); };
+    EXPECT_TRUE(desktop::waitUntil(runs));
+    moveTo(kImport);
+    EXPECT_TRUE(shows(kImportEdge, kSkyEdge));
+    EXPECT_TRUE(changes(kCounts, empty));
+    moveTo(kCancel);
+    desktop::press();
+    const QImage pressed = picture(kSentence);
+    EXPECT_TRUE(changes(kSentence, pressed)) << "it proceeds meanwhile";
+    EXPECT_TRUE(runs());
+    desktop::release();
+    EXPECT_TRUE(desktop::waitUntil([&] { return !runs(); }));
+    EXPECT_TRUE(shows(kFirstMessage, kSent)) << "what it had read stays";
+    const QImage digit = picture(kLastDigit);
+    EXPECT_EQ(digit, digit.copy(0, 0, 1, 1).scaled(digit.size())) << "not all of them";
+    const QImage cancelled = picture(kSentence);
+    click(kMessagesCheck);
+    EXPECT_TRUE(shows(kMessagesCheck, kChecked)) << "the window goes on";
+    EXPECT_EQ(picture(kSentence), cancelled) << "and the import does not";
+}
+
+TEST_F(PhoneManagerRealTest, ExportsWhatWasImportedAndTheOtherWayRound)
+{
+    const std::vector<std::string> dropped = writeFiles();
+    start();
+    const QImage empty = picture(kCounts);
+    drop(dropped, kContacts);
+    EXPECT_TRUE(changes(kCounts, empty));
+    const std::map<std::string, std::string> first = exportTo("first");
+    EXPECT_EQ(first.at("contacts.csv"), kContactsTable);
+    EXPECT_EQ(first.at("messages.csv"), "\xEF\xBB\xBFkind,name,number,date,text\r\n"
+                                        "sent,,+49 1,,\"  \"\"\"\r\n"
+                                        "failed,Zoë,1;2,2026-04-03,\"Two\r\nlines, \"\"quoted\"\"\"\r\n"
+                                        "received,,3,,\xF0\x9F\x91\xA9\xE2\x80\x8D\xF0\x9F\x9A\x80\r\n");
+    for (const std::size_t place : {2U, 3U}) {
+        EXPECT_EQ(first.at("pictures/" + dropped[place]), folder.read(dropped[place]));
+    }
+    quit();
+
+    start({pathOf("first/Telefon-Export"), pathOf("first/Telefon-Export/pictures")});
+    EXPECT_TRUE(changes(kCounts, empty));
+    EXPECT_EQ(exportTo("second"), first);
+    quit();
+
+    QProcess shell;
+    shell.setProcessEnvironment(environment());
+    QStringList arguments{"--import"};
+    for (const std::string& file : dropped) {
+        arguments << pathOf(file);
+    }
+    shell.start(PHONE_MANAGER, arguments + QStringList{"--export", pathOf("third")});
+    EXPECT_TRUE(shell.waitForFinished());
+    EXPECT_EQ(shell.exitCode(), 0) << shell.readAllStandardError().constData();
+    EXPECT_EQ(filesIn("third"), first);
 }
 
 } // namespace

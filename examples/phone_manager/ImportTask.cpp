@@ -1,0 +1,179 @@
+#include "ImportTask.h"
+
+#include "Phone.h"
+#include "RecordReader.h"
+#include "Texts.h"
+
+#include <platform/graphics/NSImage.h>
+#include <util/FileUtil.h>
+#include <util/ImageUtil.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+// A slice ends with the first of these.
+constexpr std::size_t kMostRecords = 500;
+constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 20;
+
+std::uint64_t sizeOf(const fs::path& file)
+{
+    return static_cast<std::uint64_t>(FileUtil::getFileSize(file.c_str()));
+}
+
+std::string nameOf(const fs::path& path)
+{
+    return shownName((path.has_filename() ? path : path.parent_path()).filename().string());
+}
+
+/// The files that a folder stands for, and anything else for itself.
+std::vector<fs::path> filesIn(const fs::path& path)
+{
+    std::error_code error;
+    if (!fs::is_directory(path, error)) {
+        return {path};
+    }
+    std::vector<fs::path> files;
+    fs::directory_iterator entry(path, error);
+    if (error) {
+        return {path};
+    }
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        if (!entry->is_directory(error) && !entry->path().filename().string().starts_with('.')) {
+            files.push_back(entry->path());
+        }
+    }
+    std::ranges::sort(files);
+    return files;
+}
+
+} // namespace
+
+ImportTask::ImportTask() = default;
+
+ImportTask::~ImportTask() = default;
+
+ImportTask* ImportTask::initWithFiles_phone(std::vector<fs::path> files, Ref<Phone> phone)
+{
+    _files = std::move(files);
+    _phone = std::move(phone);
+    return this;
+}
+
+void ImportTask::setCharset(std::string name)
+{
+    _charset = std::move(name);
+}
+
+double ImportTask::progress() const
+{
+    if (state() == State::Done) {
+        return 1.0;
+    }
+    const std::uint64_t read = _bytesBefore + (_reader ? _reader->bytesRead() : 0);
+    // A file may grow while it is read.
+    return _bytes == 0 ? 0.0 : std::min(static_cast<double>(read) / static_cast<double>(_bytes), 1.0);
+}
+
+std::string ImportTask::summary() const
+{
+    const std::string added =
+        localised("Imported contacts: %s, messages: %s, pictures: %s.",
+                  {std::to_string(_contacts), std::to_string(_messages), std::to_string(_pictures)});
+    return state() == State::Cancelled ? localised("The import was cancelled.") + ' ' + added : added;
+}
+
+fs::path ImportTask::currentFile() const
+{
+    return state() == State::Running && _file < _files.size() ? _files[_file] : fs::path();
+}
+
+void ImportTask::begin()
+{
+    std::vector<fs::path> files;
+    for (const fs::path& path : _files) {
+        std::ranges::copy(filesIn(path), std::back_inserter(files));
+    }
+    _files = std::move(files);
+    for (const fs::path& file : _files) {
+        _bytes += sizeOf(file);
+    }
+}
+
+bool ImportTask::work()
+{
+    if (_file == _files.size()) {
+        return false;
+    }
+    const fs::path& file = _files[_file];
+    std::error_code error;
+    if (!fs::is_regular_file(file, error)) { // opening a pipe would wait for its other end
+        addFault(localised("“%s” cannot be read.", {nameOf(file)}));
+        finishFile();
+    } else if (RecordReader::isTable(file)) {
+        readTable();
+    } else {
+        readPicture();
+    }
+    return _file < _files.size();
+}
+
+void ImportTask::readTable()
+{
+    if (!_reader) {
+        _reader = std::make_unique<RecordReader>(_files[_file], _charset);
+    }
+    const std::size_t contacts = _phone->contacts().size();
+    const std::size_t messages = _phone->messages().size();
+    const std::uint64_t bytes = _reader->bytesRead();
+    std::vector<std::string> faults;
+    bool isOpen = true;
+    for (std::size_t count = 0; isOpen && count < kMostRecords && _reader->bytesRead() - bytes < kMostBytes;
+         ++count) {
+        isOpen = _reader->next(*_phone, faults);
+    }
+    for (std::string& fault : faults) {
+        addFault(std::move(fault));
+    }
+    _contacts += _phone->contacts().size() - contacts;
+    _messages += _phone->messages().size() - messages;
+    if (!isOpen) {
+        finishFile();
+    }
+}
+
+void ImportTask::readPicture()
+{
+    constexpr std::uint64_t kLargest = std::uint64_t{512} << 20; // no larger one is shown
+    const fs::path file = _files[_file];
+    std::ifstream stream(file, std::ios::binary);
+    std::string bytes(std::min(sizeOf(file), kLargest), '\0');
+    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!stream) {
+        addFault(localised("“%s” cannot be read.", {nameOf(file)}));
+    } else if (!ImageUtil::loadData_withLength(bytes.data(), static_cast<std::int64_t>(bytes.size()))) {
+        addFault(localised("“%s” is neither a table nor a picture.", {nameOf(file)}));
+    } else {
+        _phone->pictures().push_back({file});
+        ++_pictures;
+    }
+    finishFile();
+}
+
+void ImportTask::finishFile()
+{
+    _reader = nullptr;
+    _bytesBefore += sizeOf(_files[_file++]);
+}
+
+void ImportTask::end()
+{
+    _reader = nullptr;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <platform/foundation/Ref.h>
+
+#include <string>
+
+class BASUserDefaults;
+class NSColor;
+
+/// The settings of the program, in a file that is written with each change. A file that is there but cannot
+/// be read is put aside, under a name of its own, before anything is written in its place.
+class Settings
+{
+public:
+    /// The name under which the settings store is registered.
+    static constexpr const char* kName = "phone manager";
+
+    /// The user's own file. Where there is none yet, what is shipped with the program counts.
+    static std::string userFile();
+
+    explicit Settings(std::string file);
+
+    const std::string& file() const { return _file; }
+    /// What the user has to know of the file, in their language: that it was put aside and where to, or that
+    /// nothing can be saved. Empty for nothing.
+    const std::string& trouble() const { return _trouble; }
+
+    /// What is not set, or of another kind, is as given.
+    int number(const char* key, int otherwise) const;
+    std::string text(const char* key, const std::string& otherwise) const;
+    /// Null if it is not set.
+    Ref<NSColor> color(const char* key) const;
+
+    // Set a value, and save all.
+    void set(const char* key, int value);
+    void set(const char* key, const std::string& value);
+
+private:
+    void putAside();
+    void save();
+
+    std::string _file;
+    BASUserDefaults* _store; // belongs to the registry
+    bool _isWritable = true; // no: what is there could not be put aside
+    std::string _trouble;
+};

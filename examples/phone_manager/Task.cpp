@@ -1,0 +1,81 @@
+#include "Task.h"
+
+#include <platform/foundation/ClassTable.h>
+#include <util/SystemUtil.h>
+
+#include <array>
+#include <utility>
+
+namespace
+{
+
+constexpr SEL kProceed{"proceed"};
+constexpr std::array kSelectors{selector<&Task::proceed>(kProceed.name)};
+
+} // namespace
+
+constinit const ClassTable Task::table{"Task", &NSObject::table, {}, kSelectors};
+
+const ClassTable& Task::classTable() const
+{
+    return table;
+}
+
+Task::Task() : _identifier(SystemUtil::getTaskId()) {}
+
+Task::~Task() = default;
+
+void Task::setTarget_action(NSObject* target, SEL action)
+{
+    _target = target;
+    _action = action;
+}
+
+void Task::start()
+{
+    if (_state == State::Idle) {
+        _state = State::Running;
+        begin();
+        performSelector_withObject_afterDelay(kProceed, nullptr, 0.0);
+    }
+}
+
+void Task::proceed()
+{
+    if (_state != State::Running) {
+        return; // cancelled since this was asked for
+    }
+    const bool isDone = !work();
+    if (isDone && _state == State::Running) { // which whoever was told of the slice may have ended
+        _state = State::Done;
+        end();
+    }
+    report();
+    if (_state == State::Running) {
+        performSelector_withObject_afterDelay(kProceed, nullptr, 0.0);
+    }
+}
+
+void Task::cancel()
+{
+    if (_state == State::Running) {
+        _state = State::Cancelled;
+        end();
+        report();
+    }
+}
+
+void Task::addFault(std::string sentence)
+{
+    ++_faultCount;
+    if (_faults.size() < kMostFaults) {
+        _faults.push_back(std::move(sentence));
+    }
+}
+
+void Task::report()
+{
+    if (const Ref<NSObject> target = _target.get()) {
+        target->performSelector_withObject(_action, this);
+    }
+}

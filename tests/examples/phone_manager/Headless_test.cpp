@@ -1,0 +1,95 @@
+// The example application without a window: a process of its own, as a script runs it.
+
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+
+namespace
+{
+
+class HeadlessTest : public testing::Test
+{
+protected:
+    /// Runs it in the folder, and returns its exit code. The displays that are named cannot be opened.
+    int run(const std::string& arguments, const std::string& locale = "en_US.UTF-8",
+            const std::string& before = "")
+    {
+        QProcess process;
+        process.setWorkingDirectory(QString::fromStdString(folder.path().string()));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove("QT_QPA_PLATFORM");
+        environment.insert("DISPLAY", ":none");
+        environment.insert("WAYLAND_DISPLAY", "none");
+        environment.insert("LC_ALL", QString::fromStdString(locale));
+        environment.insert("XDG_CONFIG_HOME", QString::fromStdString((folder.path() / locale).string()));
+        environment.insert("XDG_RUNTIME_DIR", QString::fromStdString(folder.path().string()));
+        process.setProcessEnvironment(environment);
+        process.start("sh", {"-c", QString::fromStdString(before + " '" PHONE_MANAGER "' " + arguments)});
+        process.waitForFinished();
+        output = process.readAllStandardOutput().toStdString();
+        errors = process.readAllStandardError().toStdString();
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+
+    TemporaryFolder folder;
+    std::string output;
+    std::string errors;
+};
+
+TEST_F(HeadlessTest, ExportsWhatItImports)
+{
+    folder.write("c.csv", "name,number,fixed\nM\xFCller,1,\nService,2,yes\n");
+    folder.write("m.csv", "\uFEFFkind,number,text\nsent,1,\"a\nb\"\n");
+    EXPECT_EQ(run("--import c.csv --charset windows-1252 --export to/here --import m.csv"), 0);
+    EXPECT_EQ(output, "Imported contacts: 2, messages: 1, pictures: 0.\n"
+                      "In “to/here” are contacts: 1, messages: 1, pictures: 0.\n");
+    EXPECT_EQ(errors, "");
+    EXPECT_EQ(folder.read("to/here/contacts.csv"), "\uFEFFname,group,number,email\r\nMüller,,1,\r\n");
+    EXPECT_EQ(folder.read("to/here/messages.csv"),
+              "\uFEFFkind,name,number,date,text\r\nsent,,1,,\"a\nb\"\r\n");
+
+    EXPECT_EQ(run("--export to/here --import m.csv c.csv none.csv", "de_DE.UTF-8"), 1);
+    EXPECT_EQ(output, "Importierte Kontakte: 2, Nachrichten: 1, Bilder: 0.\n"
+                      "In „to/here(1)“ sind Kontakte: 1, Nachrichten: 1, Bilder: 0.\n");
+    EXPECT_EQ(errors, "„c.csv“, Zeile 2: Einige Bytes sind in „UTF-8“ keine Zeichen.\n„none.csv“ lässt sich "
+                      "nicht lesen.\n");
+}
+
+TEST_F(HeadlessTest, TellsWhatCannotBeWritten)
+{
+    std::string table = "name,number\nfault\n";
+    for (int row = 0; row < 1000; ++row) {
+        table += row % 5 == 0 ? "fault\n" : "somebody,+49 30 23125 001\n";
+    }
+    folder.write("c.csv", table);
+    // Files of at most 8 KiB
+    EXPECT_EQ(run("--import c.csv --export out.d", "en_US.UTF-8", "trap '' XFSZ; ulimit -f 16;"), 1);
+    EXPECT_EQ(output, "Imported contacts: 800, messages: 0, pictures: 0.\n"
+                      "In “out.d” are contacts: 0, messages: 0, pictures: 0.\n");
+    EXPECT_NE(errors.find("“c.csv”, line 493: There are 1 fields in 2 columns.\nAnd 101 more.\n"
+                          "“contacts.csv” cannot be written: the disk is full, or closed to us.\n"
+                          "“index.html” cannot be written: the disk is full, or closed to us.\n"),
+              std::string::npos)
+        << errors;
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path() / "out.d"));
+}
+
+TEST_F(HeadlessTest, TakesNoWrongArguments)
+{
+    folder.write("c.csv", "name,number\na,1\n");
+    for (const char* wrong :
+         {"--import", "--export out", "--import c.csv", "--import --export out", "--import c.csv --export",
+          "--import c.csv --export out more", "c.csv --import c.csv --export out",
+          "--import c.csv --export out --export in", "--import c.csv --export out --charset",
+          "--import c.csv --export out --all", "--charset UTF-8"}) {
+        EXPECT_EQ(run(wrong), 2) << wrong;
+        EXPECT_EQ(errors, "usage: phone_manager --import FILE... --export DIR [--charset NAME]\n") << wrong;
+    }
+    EXPECT_EQ(run("--import c.csv --export out.d --charset klingon"), 2);
+    EXPECT_EQ(errors, "The character set “klingon” is not known.\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "out.d"));
+}
+
+} // namespace
