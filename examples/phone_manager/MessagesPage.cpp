@@ -35,7 +35,8 @@ constexpr double kNameWidth = 220.0;
 constexpr double kNameHeight = 22.0;
 constexpr double kNameTop = 4.0; // above the name that it covers
 constexpr std::int32_t kNotSent = 5;
-constexpr const char* kLink = "https?://[^ \t\r\n<>\"]*[A-Za-z0-9/]";
+constexpr const char* kLink = "^https?://[!#-;=?-~]*[A-Za-z0-9/]";
+constexpr std::size_t kLongestLink = 2000;
 
 struct KindLook {
     const char* name;
@@ -96,18 +97,22 @@ Ref<NSAttributedString> linked(const std::string& words)
     const Ref<NSString> whole = text(words);
     const Ref<NSMutableAttributedString> result = make<NSMutableAttributedString>()->initWithAttributedString(
         ZuHyperlinkTextField::hyperlinkFromString_withFont(whole.get(), font).get());
-    for (std::size_t place = 0; place < words.size();) {
-        const std::string rest = words.substr(place);
-        const std::string link = StringUtil::FindIfMatch_withPattern(rest.c_str(), kLink)->UTF8String();
+    std::size_t done = 0;   // bytes
+    std::size_t before = 0; // characters in these
+    for (std::size_t place = words.find("http"); place != std::string::npos;
+         place = words.find("http", place)) {
+        const std::string part = words.substr(place, kLongestLink); // what matches must not be endless
+        const std::string link = StringUtil::FindIfMatch_withPattern(part.c_str(), kLink)->UTF8String();
         if (link.empty()) {
-            break;
+            ++place;
+            continue;
         }
-        const std::size_t begin = words.find(link, place);
+        before += text(words.substr(done, place - done))->length();
         const Ref<NSAttributedString> blue =
             ZuHyperlinkTextField::hyperlinkFromString_withURL_withFont(text(link).get(), text(link), font);
-        result->setAttributes_range(blue->runs().front().attributes,
-                                    {text(words.substr(0, begin))->length(), text(link)->length()});
-        place = begin + link.size();
+        result->setAttributes_range(blue->runs().front().attributes, {before, link.size()});
+        before += link.size(); // which is ASCII
+        done = place += link.size();
     }
     return result;
 }

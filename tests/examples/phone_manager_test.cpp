@@ -290,6 +290,8 @@ TEST_F(PhoneManagerTest, ShowsTheSelectedMessageWithItsLinks)
     }
     EXPECT_EQ(links, "https://a.org/x?y=1 http://b.org https://a.org/x?y=1 ");
     EXPECT_EQ(utf8(page.messageField()->stringValue()), "1, 2026-01-02 03:04:05\n" + words);
+    manager->phone()->messages()[0].text = "https://" + std::string(500'000, 'a');
+    manager->phone()->didChange(); // an endless link is no harm
 }
 
 TEST_F(PhoneManagerTest, RenamesAllMessagesOfANumber)
