@@ -1,18 +1,14 @@
 #include "ChoicesPopover.h"
 
-#include "Look.h"
+#include "Resources.h"
 
-#include <platform/appkit/NSPopover.h>
 #include <platform/appkit/NSScrollView.h>
 #include <platform/appkit/NSTableColumn.h>
 #include <platform/appkit/NSTableHeaderView.h>
 #include <platform/foundation/ClassTable.h>
 #include <platform/foundation/NSMutableArray.h>
 #include <platform/foundation/NSNumber.h>
-#include <platform/foundation/NSString.h>
 #include <platform/graphics/NSImage.h>
-#include <window/ZuMultiSelectComboBox.h>
-#include <window/ZuMultiSelectComboBoxData.h>
 #include <window/ZuTableCheckImageCell.h>
 
 #include <array>
@@ -23,28 +19,19 @@ namespace
 
 constexpr double kRowHeight = 24.0;
 
-constexpr std::array kSelectors{
-    selector<&ChoicesPopover::setCheckItem>("setCheckItem:"),
-};
+constexpr std::array kSelectors{selector<&ChoicesPopover::setCheckItem>("setCheckItem:")};
 
 } // namespace
 
 constinit const ClassTable ChoicesPopover::table{"ChoicesPopover", &NSObject::table, {}, kSelectors};
-
-const ClassTable& ChoicesPopover::classTable() const
-{
-    return table;
-}
 
 ChoicesPopover::ChoicesPopover(Ref<ZuMultiSelectComboBox> comboBox)
     : _comboBox(std::move(comboBox)), _tableView(make<NSTableView>()), _popover(make<NSPopover>())
 {
     const Ref<ZuTableCheckImageCell> cell = make<ZuTableCheckImageCell>();
     cell->awakeFromNib();
-    for (const char* image : {"content-check-no", "content-check-yes", "content-check-off"}) {
-        _checkImages.push_back(icon(image));
-    }
-    cell->loadImage_withSecond_withThird(_checkImages[0].get(), _checkImages[1].get(), _checkImages[2].get());
+    cell->loadImage_withSecond_withThird(icon("content-check-no").get(), icon("content-check-yes").get(),
+                                         icon("content-check-off").get());
     const Ref<NSTableColumn> column = make<NSTableColumn>();
     column->setDataCell(cell);
     _tableView->setRowHeight(kRowHeight);
@@ -52,8 +39,6 @@ ChoicesPopover::ChoicesPopover(Ref<ZuMultiSelectComboBox> comboBox)
     _tableView->addTableColumn(column);
     _popover->setDelegate(_comboBox.get()); // which takes what is checked when it closes
 }
-
-ChoicesPopover::~ChoicesPopover() = default;
 
 void ChoicesPopover::show()
 {

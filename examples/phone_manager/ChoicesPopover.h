@@ -1,15 +1,11 @@
 #pragma once
 
+#include <platform/appkit/NSPopover.h>
 #include <platform/appkit/NSTableView.h>
-#include <platform/foundation/Ref.h>
+#include <window/ZuMultiSelectComboBox.h>
+#include <window/ZuMultiSelectComboBoxData.h>
 
 #include <cstdint>
-#include <vector>
-
-class NSImage;
-class NSPopover;
-class ZuMultiSelectComboBox;
-class ZuMultiSelectComboBoxData;
 
 /// The list of a multi-select combo box, in which its choices are checked. With each check the combo box
 /// sends its action.
@@ -28,17 +24,13 @@ public:
                                                       std::int64_t row) override;
     void setCheckItem(NSObject* row);
 
-    const ClassTable& classTable() const override;
+    const ClassTable& classTable() const override { return table; }
     static const ClassTable table;
-
-protected:
-    ~ChoicesPopover() override;
 
 private:
     ZuMultiSelectComboBoxData& choiceAtRow(std::int64_t row) const;
 
     Ref<ZuMultiSelectComboBox> _comboBox;
-    std::vector<Ref<NSImage>> _checkImages; // which the cell does not keep alive
     Ref<NSTableView> _tableView;
     Ref<NSPopover> _popover;
 };

@@ -2,7 +2,6 @@
 
 #include "Page.h"
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -10,8 +9,6 @@
 class ContactsPage final : public Page
 {
 public:
-    ContactsPage();
-
     void awakeFromNib() override;
     void update() override;
 
@@ -19,26 +16,23 @@ public:
                                                       std::int64_t row) override;
     void tableView_didClickTableColumn(NSTableView* view, NSTableColumn* column) override;
 
-    const ClassTable& classTable() const override;
+    const ClassTable& classTable() const override { return table; }
     static const ClassTable table;
 
 protected:
-    ~ContactsPage() override;
-
     bool* checkOf(std::size_t record) const override;
     std::size_t recordCount() const override { return phone()->contacts().size(); }
     const char* statusKey() const override { return "%s of %s contacts checked"; }
 
 private:
-    struct Group { // which the cells do not keep alive
-        Ref<NSImage> picture;
-        Ref<NSString> name; // in the user's language
-    };
-
+    /// The place of a column.
+    std::size_t placeOf(const NSTableColumn& column) const;
     std::string textIn(std::size_t record, std::size_t column) const;
+    void sort();
 
     std::vector<std::string> _titles; // of the columns
-    std::map<std::string, Group> _groups;
+    std::vector<std::size_t> _order;
     std::size_t _sortColumn = 0;
     bool _descending = false;
+    Ref<NSString> _group; // which the cell that is shown does not keep alive
 };

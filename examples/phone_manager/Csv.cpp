@@ -1,122 +1,119 @@
 #include "Csv.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace
 {
 
+constexpr std::string_view kLineEnds = "\r\n";
+constexpr const char* kReplacement = "\uFFFD";
+
 /// That of comma, semicolon and tab which occurs most often, the first of them if none does.
-char separatorIn(const std::string& line)
+char separatorIn(std::string_view line)
 {
     constexpr std::string_view kSeparators = ",;\t";
     return *std::ranges::max_element(kSeparators, {},
                                      [&](char each) { return std::ranges::count(line, each); });
 }
 
-bool isLineEnd(char character)
+std::size_t lineEndsIn(std::string_view text)
 {
-    return character == '\r' || character == '\n';
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find_first_of(kLineEnds, at)) != std::string_view::npos; ++count) {
+        at += text.substr(at, kLineEnds.size()) == kLineEnds ? 2 : 1;
+    }
+    return count;
 }
 
 } // namespace
 
 bool CsvReader::next(CsvRecord& record)
 {
-    std::vector<TextFile::Line> lines(1); // those of the record
-    if (!nextLine(lines.front())) {
+    if (_at > kLongestRecord) {
+        _text.erase(0, std::exchange(_at, 0));
+    }
+    while (_text.size() - _at < kLongestRecord && _file.read(_text)) {
+    }
+    const std::string_view text = std::string_view(_text).substr(_at, kLongestRecord);
+    if (text.empty()) {
         return false;
     }
     record = {};
-    record.line = lines.front().number;
-    _size = lines.front().text.size();
-    record.fault = readFields(record, lines);
+    record.line = _line;
+    const std::size_t lineEnd = std::min(text.find_first_of(kLineEnds), text.size());
+    std::size_t size = lineEnd;
+    const bool isTooLong = lineEnd == kLongestRecord;
+    if (isTooLong || _isInLongLine) {
+        record.fault = "The line is too long.";
+    } else if (lineEnd > 0) {
+        record.fault = readRecord(text, record.fields, size);
+    }
     if (record.fault != nullptr) {
         record.fields.clear();
-        _again.insert(_again.begin(), std::make_move_iterator(lines.begin() + 1),
-                      std::make_move_iterator(lines.end()));
-        lines.resize(1);
+        size = lineEnd;
     }
-    const auto lossy = std::ranges::find(lines, true, &TextFile::Line::isLossy);
-    record.lossyLine = lossy == lines.end() ? 0 : lossy->number;
+    record.isLossy = _file.isLossy() && text.substr(0, size).find(kReplacement) != std::string_view::npos;
+    if (!isTooLong) {
+        size += std::string_view(_text).substr(_at + size, kLineEnds.size()) == kLineEnds ? 2 : 1;
+        size = std::min(size, _text.size() - _at); // the last line may have no end
+    }
+    _line += lineEndsIn(std::string_view(_text).substr(_at, size));
+    _at += size;
+    _isInLongLine = isTooLong;
     return true;
 }
 
-bool CsvReader::nextLine(TextFile::Line& line)
+std::uint64_t CsvReader::bytesRead() const
 {
-    if (_again.empty()) {
-        return _file.next(line);
-    }
-    line = std::move(_again.front());
-    _again.pop_front();
-    return true;
+    return _file.bytesRead() - std::min<std::uint64_t>(_file.bytesRead(), _text.size() - _at);
 }
 
-/// Takes more lines as the record goes on. Returns what is wrong with it, or null.
-const char* CsvReader::readFields(CsvRecord& record, std::vector<TextFile::Line>& lines)
+/// Reads the fields at the beginning of a text, up to an end of line. Returns what is wrong with them, or
+/// null.
+const char* CsvReader::readRecord(std::string_view text, std::vector<std::string>& fields, std::size_t& size)
 {
-    constexpr const char* kOutOfPlace = "A quotation mark stands out of place.";
-    if (lines.front().isTooLong) {
-        return "The line is too long.";
+    if (_endings.empty()) {
+        _endings = std::string("\"\r\n") + separatorIn(text.substr(0, size));
     }
-    if (lines.front().text.empty() || isLineEnd(lines.front().text.front())) {
-        return nullptr;
-    }
-    if (_separator == '\0') {
-        _separator = separatorIn(lines.front().text);
-    }
-    const std::string ends = std::string("\"\r\n") + _separator;
     for (std::size_t at = 0;; ++at) {
-        std::string& field = record.fields.emplace_back();
-        if (lines.back().text[at] == '"') { // or the NUL behind the text
-            if (const char* fault = readQuoted(field, ++at, lines)) {
+        std::string& field = fields.emplace_back();
+        if (text.substr(at, 1) == "\"") {
+            if (const char* fault = readQuoted(text, field, ++at)) {
                 return fault;
             }
         } else {
-            const std::string& text = lines.back().text;
-            const std::size_t end = std::min(text.find_first_of(ends, at), text.size());
-            field.assign(text, at, end - at);
+            const std::size_t end = std::min(text.find_first_of(_endings, at), text.size());
+            field = text.substr(at, end - at);
             at = end;
         }
         if (field.find('\0') != std::string::npos) {
             return "There is a NUL character in it.";
         }
-        const std::string& text = lines.back().text;
-        if (at == text.size() || isLineEnd(text[at])) {
-            return nullptr;
+        if (at == text.size() || kLineEnds.find(text[at]) != std::string_view::npos) {
+            size = at;
+            return at < kLongestRecord ? nullptr : "The record is too long.";
         }
-        if (text[at] != _separator) {
-            return kOutOfPlace;
+        if (text[at] != _endings.back()) {
+            return "A quotation mark stands out of place.";
         }
     }
 }
 
 /// Reads from behind the first quotation mark to behind the last one.
-const char* CsvReader::readQuoted(std::string& field, std::size_t& at, std::vector<TextFile::Line>& lines)
+const char* CsvReader::readQuoted(std::string_view text, std::string& field, std::size_t& at)
 {
     for (;;) {
-        const std::string& text = lines.back().text;
         const std::size_t quote = text.find('"', at);
-        field.append(text, at, quote - at);
-        if (quote != std::string::npos) {
-            at = quote + 1;
-            if (text[at] != '"') { // nor the NUL behind the text
-                return nullptr;
-            }
-            field += text[at++];
-            continue;
-        }
-        TextFile::Line line;
-        const bool goesOn = _size < kLongestRecord && nextLine(line);
-        if (goesOn) {
-            _size += line.text.size();
-            lines.push_back(std::move(line));
-            at = 0;
-        }
-        if (!goesOn || lines.back().isTooLong) {
+        if (quote == std::string_view::npos) {
             return "A quotation mark is not closed.";
         }
+        field.append(text, at, quote - at);
+        at = quote + 1;
+        if (text.substr(at, 1) != "\"") {
+            return nullptr;
+        }
+        field += text[at++];
     }
 }
 

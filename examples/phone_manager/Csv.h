@@ -3,15 +3,16 @@
 #include "TextFile.h"
 
 #include <cstddef>
-#include <deque>
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// A record of a file with comma-separated values, or what stands in the place of one.
 struct CsvRecord {
     std::size_t line = 0;            // on which it begins, from 1
     std::vector<std::string> fields; // none on an empty line
-    std::size_t lossyLine = 0;       // the first one with bytes that are no characters; 0 for none
+    bool isLossy = false;            // there are U+FFFD in it, and bytes of the file were no characters
     const char* fault = nullptr;     // why it is no record, in English; it has no fields then
 };
 
@@ -23,7 +24,7 @@ struct CsvRecord {
 class CsvReader
 {
 public:
-    /// In bytes. A quotation mark that takes in more lines than that is taken for one that is not closed.
+    /// In bytes; what is as long is no record. A line that is has a fault for each so many of its bytes.
     static constexpr std::size_t kLongestRecord = std::size_t{1} << 20;
 
     /// The file has to live as long.
@@ -31,16 +32,19 @@ public:
 
     /// The next record; false in the end.
     bool next(CsvRecord& record);
+    /// Those of the file up to there, about.
+    std::uint64_t bytesRead() const;
 
 private:
-    bool nextLine(TextFile::Line& line);
-    const char* readFields(CsvRecord& record, std::vector<TextFile::Line>& lines);
-    const char* readQuoted(std::string& field, std::size_t& at, std::vector<TextFile::Line>& lines);
+    const char* readRecord(std::string_view text, std::vector<std::string>& fields, std::size_t& size);
+    static const char* readQuoted(std::string_view text, std::string& field, std::size_t& at);
 
     TextFile& _file;
-    std::size_t _size = 0;             // of the record
-    char _separator = '\0';            // until the first line tells
-    std::deque<TextFile::Line> _again; // which are read again, since a record that began above was none
+    std::string _text;   // which was read and not left behind
+    std::size_t _at = 0; // in it
+    std::size_t _line = 1;
+    std::string _endings; // of fields that are not quoted; empty until the first line tells the separator
+    bool _isInLongLine = false;
 };
 
 /// A record as a line, with CR LF at its end. Fields are in quotation marks where they have to be.

@@ -1,63 +1,31 @@
 #include "ExportTask.h"
 
 #include "Csv.h"
-#include "Texts.h"
+#include "Resources.h"
 
 #include <platform/foundation/NSDate.h>
+#include <platform/foundation/NSURL.h>
 #include <platform/graphics/NSImage.h>
 #include <util/FileUtil.h>
 #include <util/ImageUtil.h>
 #include <util/StringUtil.h>
-#include <util/SystemUtil.h>
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <chrono>
-#include <fstream>
 #include <iterator>
+#include <memory>
 #include <system_error>
 #include <utility>
 
 namespace fs = std::filesystem;
-
-/// A file that has its name only when it is complete, and until then one with ".part" behind it.
-class NewFile
-{
-public:
-    explicit NewFile(fs::path path) : _path(std::move(path)), _stream(part(), std::ios::binary) {}
-    ~NewFile()
-    {
-        std::error_code error; // there is none if it was completed
-        fs::remove(part(), error);
-    }
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
-
-    /// What fails is told by `complete`.
-    void write(const std::string& bytes) { _stream << bytes; }
-    bool complete()
-    {
-        _stream.close();
-        std::error_code error;
-        if (_stream) {
-            fs::rename(part(), _path, error);
-        }
-        return _stream && !error;
-    }
-
-private:
-    fs::path part() const { return _path.string() + ".part"; }
-
-    fs::path _path;
-    std::ofstream _stream;
-};
 
 namespace
 {
 
 constexpr std::size_t kRecordsInSlice = 500;
 constexpr NSSize kThumbnailSize{160.0, 160.0};
+constexpr const char* kPage = "index.html";
+constexpr const char* kThumbnails = "thumbnails";
 constexpr const char* kMark = "\uFEFF"; // by which spreadsheets know UTF-8
 constexpr const char* kPageBegin =
     "<!DOCTYPE html>\n<html>\n<head>\n"
@@ -76,22 +44,27 @@ template <class Record> std::vector<Record> checked(const std::vector<Record>& r
     return result;
 }
 
-std::vector<std::string> cells(const Contact& contact)
+std::vector<std::string> fieldsOf(const Contact& contact)
 {
     return {contact.name, contact.group, contact.number, contact.email};
 }
 
-template <class Names> std::vector<std::string> cells(const Message& message, const Names& kinds)
+std::vector<std::string> fieldsOf(const Message& message)
 {
-    return {kinds[static_cast<std::size_t>(message.kind)], message.name, message.number, message.date,
-            message.text};
+    return {message.kindName(), message.name, message.number, message.date, message.text};
 }
 
-std::string dateText(double secondsSince1970)
+/// In the user's language.
+std::vector<std::string> shownFieldsOf(const Contact& contact)
 {
-    const Ref<NSString> date = SystemUtil::DateToString_withFormat(
-        NSDate::dateWithTimeIntervalSince1970(secondsSince1970).get(), text("d MMMM yyyy, HH:mm").get());
-    return StringUtil::NilToEmpty(date.get())->UTF8String();
+    return fieldsOf(contact);
+}
+
+std::vector<std::string> shownFieldsOf(const Message& message)
+{
+    std::vector<std::string> fields = fieldsOf(message);
+    fields.front() = localised(fields.front());
+    return fields;
 }
 
 std::string htmlEscaped(const std::string& utf8)
@@ -100,37 +73,23 @@ std::string htmlEscaped(const std::string& utf8)
                                           std::pair('>', "&gt;"), std::pair('"', "&quot;")};
     std::string html;
     for (const char character : utf8) {
-        const auto entity = std::ranges::find(kEntities, character, &std::pair<char, const char*>::first);
+        const auto* const entity =
+            std::ranges::find(kEntities, character, &std::pair<char, const char*>::first);
         html += entity == kEntities.end() ? std::string(1, character) : entity->second;
     }
     return html;
 }
 
 /// A file's name as a part of a URL.
-std::string urlEscaped(const std::string& utf8)
+std::string urlEscaped(const std::string& name)
 {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    std::string url;
-    for (const char character : utf8) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (std::isalnum(byte) != 0 || character == '.') {
-            url += character;
-        } else {
-            url.append({'%', kDigits[byte >> 4], kDigits[byte & 15]});
-        }
-    }
-    return url;
+    return NSURL::fileURLWithPath(text('/' + name).get())->absoluteString()->UTF8String().substr(8);
 }
 
 std::string element(const std::string& tag, const std::string& utf8)
 {
-    return std::string("<")
-        .append(tag)
-        .append(">")
-        .append(htmlEscaped(utf8))
-        .append("</")
-        .append(tag)
-        .append(">");
+    std::string html = '<' + tag + '>';
+    return html.append(htmlEscaped(utf8)).append("</").append(tag).append(">");
 }
 
 std::string tableRow(const std::vector<std::string>& cells, const char* tag = "td")
@@ -144,10 +103,6 @@ std::string tableRow(const std::vector<std::string>& cells, const char* tag = "t
 
 } // namespace
 
-ExportTask::ExportTask() = default;
-
-ExportTask::~ExportTask() = default;
-
 ExportTask* ExportTask::initWithPhone_folder(Ref<Phone> phone, const fs::path& folder)
 {
     _phone = std::move(phone);
@@ -157,20 +112,20 @@ ExportTask* ExportTask::initWithPhone_folder(Ref<Phone> phone, const fs::path& f
 
 double ExportTask::progress() const
 {
-    const double part =
-        static_cast<double>(_slicesDone) / static_cast<double>(std::max<std::size_t>(_slices, 1));
-    return state() == State::Done ? 1.0 : part;
+    return state() == State::Done ? 1.0
+                                  : static_cast<double>(_slicesDone) /
+                                        static_cast<double>(std::max<std::size_t>(_slices.size(), 1));
 }
 
 std::string ExportTask::summary() const
 {
-    if (!_hasFolder) {
-        return localised("Nothing was exported.");
+    if (state() == State::Cancelled) {
+        return localised("The export was cancelled.");
     }
-    const std::string written = localised("In “%s” are contacts: %s, messages: %s, pictures: %s.",
-                                          {shownName(_folder.string()), std::to_string(contacts()),
-                                           std::to_string(messages()), std::to_string(pictures())});
-    return state() == State::Cancelled ? localised("The export was cancelled.") + ' ' + written : written;
+    return _hasFolder ? localised("In “%s” are contacts: %s, messages: %s, pictures: %s.",
+                                  {shownName(_folder.string()), std::to_string(_contacts),
+                                   std::to_string(_messages), std::to_string(_pictures)})
+                      : localised("Nothing was exported.");
 }
 
 void ExportTask::begin()
@@ -181,25 +136,26 @@ void ExportTask::begin()
                            {shownName(_folder.string())}));
         return;
     }
-    _contacts = checked(_phone->contacts());
-    _messages = checked(_phone->messages());
-    _pictures = checked(_phone->pictures());
-    if (!_contacts.empty()) {
-        addFile("contacts.csv",
-                {constant(kMark + csvLine({"name", "group", "number", "email"})),
-                 {_contacts.size(), [this](std::size_t place) { return csvLine(cells(_contacts[place])); }}});
+    const std::string title = localised("Phone Manager");
+    _page.open(_folder / kPage, std::ios::binary);
+    _page << kPageBegin << element("title", title) << "</head>\n<body>\n"
+          << element("h1", title)
+          << element("p", localised("Exported on %s", {shownDate(NSDate::date()->timeIntervalSince1970())}));
+    addTable("contacts.csv", "Contacts", {"Name", "Group", "Number", "Email"}, _phone->contacts(), _contacts);
+    addTable("messages.csv", "Messages", {"Kind", "Name", "Number", "Date", "Text"}, _phone->messages(),
+             _messages);
+    const std::vector<Picture> pictures = checked(_phone->pictures());
+    if (!pictures.empty()) {
+        FileUtil::Mkdir((_folder / kThumbnails).c_str()); // what fails shows with the first of them
+        _slices.emplace_back([this] { _page << element("h2", localised("Pictures")); });
     }
-    if (!_messages.empty()) {
-        addFile("messages.csv", {constant(kMark + csvLine({"kind", "name", "number", "date", "text"})),
-                                 {_messages.size(), [this](std::size_t place) {
-                                      return csvLine(cells(_messages[place], Message::kKindNames));
-                                  }}});
+    for (const Picture& picture : pictures) {
+        _slices.emplace_back([this, file = picture.file] { writePicture(file); });
     }
-    _steps.push_back({_pictures.size(), 1, [this](std::size_t place) { copyPicture(_pictures[place]); }});
-    addFile("index.html", page());
-    for (const Step& step : _steps) {
-        _slices += (step.count + step.inSlice - 1) / step.inSlice;
-    }
+    _slices.emplace_back([this] {
+        _page << "</body>\n</html>\n";
+        complete(_page, kPage);
+    });
 }
 
 bool ExportTask::makeFolder()
@@ -214,148 +170,107 @@ bool ExportTask::makeFolder()
     return true;
 }
 
-ExportTask::Part ExportTask::constant(const std::string& text)
+/// Has those that are checked written to a table and to the page.
+template <class Record>
+void ExportTask::addTable(const std::string& file, const char* title, const std::vector<std::string>& columns,
+                          const std::vector<Record>& records, std::size_t& written)
 {
-    return {1, [text](std::size_t) { return text; }};
-}
-
-/// Has a file of these parts written.
-void ExportTask::addFile(const std::string& name, std::vector<Part> parts)
-{
-    _steps.push_back({1, 1, [=, this](std::size_t) { _file = std::make_unique<NewFile>(_folder / name); }});
-    for (Part& part : parts) {
-        _steps.push_back({part.count, kRecordsInSlice, [this, part = std::move(part)](std::size_t place) {
-                              _file->write(part.text(place));
-                          }});
+    const auto rows = std::make_shared<const std::vector<Record>>(checked(records));
+    if (rows->empty()) {
+        return;
     }
-    _steps.push_back({1, 1, [=, this](std::size_t) {
-                          if (_file->complete()) {
-                              _written.push_back(name);
-                          } else {
-                              addWriteFault(name);
-                          }
-                          _file = nullptr;
-                      }});
-}
-
-void ExportTask::addWriteFault(const std::string& name)
-{
-    addFault(localised("“%s” cannot be written: the disk is full, or closed to us.", {name}));
-}
-
-bool ExportTask::hasWritten(const std::string& name) const
-{
-    return std::ranges::find(_written, name) != _written.end();
+    _slices.emplace_back([=, this] {
+        std::vector<std::string> titles;
+        std::ranges::transform(columns, std::back_inserter(titles),
+                               [](const std::string& key) { return localised(key); });
+        _table.open(_folder / file, std::ios::binary);
+        _table << kMark << csvLine(columns);
+        _page << element("h2", localised(title)) << "<table>\n" << tableRow(titles, "th");
+    });
+    for (std::size_t begin = 0; begin < rows->size(); begin += kRecordsInSlice) {
+        _slices.emplace_back([=, this] {
+            const std::size_t end = std::min(begin + kRecordsInSlice, rows->size());
+            for (std::size_t row = begin; row < end; ++row) {
+                _table << csvLine(fieldsOf((*rows)[row]));
+                _page << tableRow(shownFieldsOf((*rows)[row]));
+            }
+        });
+    }
+    _slices.emplace_back([=, this, &written] {
+        _page << "</table>\n";
+        written = complete(_table, file) ? rows->size() : 0;
+    });
 }
 
 bool ExportTask::work()
 {
-    while (_step < _steps.size() && _next == _steps[_step].count) {
-        ++_step;
-        _next = 0;
+    if (_slicesDone < _slices.size()) {
+        _slices[_slicesDone++]();
     }
-    if (_step == _steps.size()) {
-        return false;
-    }
-    const Step& step = _steps[_step];
-    const std::size_t end = std::min(_next + step.inSlice, step.count);
-    while (_next < end) {
-        step.perform(_next++);
-    }
-    ++_slicesDone;
-    return true;
+    return _slicesDone < _slices.size();
 }
 
 void ExportTask::end()
 {
-    _file = nullptr; // of a file that is not complete nothing stays
+    if (state() == State::Cancelled && _hasFolder) {
+        _table.close();
+        _page.close();
+        std::error_code error; // what cannot be removed stays
+        fs::remove_all(_folder, error);
+    }
 }
 
-void ExportTask::copyPicture(const Picture& picture)
+/// Closes a file, or removes it if not all of it could be written.
+bool ExportTask::complete(std::ofstream& stream, const std::string& name)
 {
-    const std::string own = picture.file.filename().string();
+    stream.close();
+    if (!stream) {
+        addFault(localised("“%s” cannot be written: the disk is full, or closed to us.", {name}));
+        std::error_code error; // it may be closed to us
+        fs::remove(_folder / name, error);
+    }
+    return !stream.fail();
+}
+
+void ExportTask::writePicture(const fs::path& file)
+{
+    const std::string own = file.filename().string();
     const Ref<NSString> clean = StringUtil::sanitizeFileNameString(text(own).get());
     const fs::path wanted = clean ? clean->UTF8String() : "picture"; // for a name that is no text
-    const fs::path folder = _folder / "pictures";
     // With a full stop at its end, so that none before it is taken for that of an extension.
     const Ref<NSString> path = FileUtil::getFilePathNewName_withPosfix(
-        text((folder / wanted.stem()).string() + '.').get(), text(wanted.extension().string()).get());
+        text((_folder / wanted.stem()).string() + '.').get(), text(wanted.extension().string()).get());
     std::error_code error;
-    const fs::path source = fs::canonical(picture.file, error); // of a link, what it leads to
-    if (error || !FileUtil::Mkdir(folder.c_str()) ||
-        !FileUtil::Cp_To(source.c_str(), path->UTF8String().c_str())) {
+    const fs::path source = fs::canonical(file, error); // of a link, what it leads to
+    const fs::path copy = path->UTF8String();
+    if (error || !FileUtil::Cp_To(source.c_str(), copy.c_str())) {
         addFault(localised("“%s” cannot be copied.", {shownName(own)}));
         return;
     }
-    const fs::path copy = path->UTF8String();
-    const auto written = fs::last_write_time(copy, error);
-    const std::chrono::duration<double> moment = std::chrono::file_clock::to_sys(written).time_since_epoch();
-    const auto bytes = static_cast<std::uint64_t>(FileUtil::getFileSize(copy.c_str()));
+    ++_pictures;
     const std::string name = copy.filename().string();
-    _copies.push_back(
-        {name, FileUtil::QxGetFormatSizeFromBytes(bytes)->UTF8String() + ", " + dateText(moment.count()),
-         writeThumbnail(name)});
+    const std::string url = htmlEscaped(urlEscaped(name));
+    _page << "<figure><a href=\"./" << url << "\">";
+    if (writeThumbnail(copy)) {
+        _page << "<img src=\"" << kThumbnails << '/' << url << ".png\" alt=\"" << htmlEscaped(name)
+              << "\"><br>";
+    }
+    _page << htmlEscaped(name) << "</a>" << element("figcaption", detailsOf(copy)) << "</figure>\n";
 }
 
-bool ExportTask::writeThumbnail(const std::string& name)
+bool ExportTask::writeThumbnail(const fs::path& copy)
 {
-    const fs::path folder = _folder / "thumbnails";
-    const fs::path file = folder / (name + ".png");
-    const Ref<NSImage> image =
-        make<NSImage>()->initWithContentsOfFile(text((_folder / "pictures" / name).string()).get());
+    const fs::path file = _folder / kThumbnails / (copy.filename().string() + ".png");
+    const Ref<NSImage> image = make<NSImage>()->initWithContentsOfFile(text(copy.string()).get());
     NSSize size =
         image ? ImageUtil::getEqualScaleImageSize_imageSize(kThumbnailSize, image->size()) : NSSize();
     size = {std::max(size.width, 1.0), std::max(size.height, 1.0)}; // of one that is long and thin
-    if (image && FileUtil::Mkdir(folder.c_str()) &&
-        ImageUtil::resizeImage_size(image.get(), size)->writePNGToFile(file.string())) {
+    if (image && ImageUtil::resizeImage_size(image.get(), size)->writePNGToFile(file.string())) {
         return true;
     }
     std::error_code error; // a part of it may be there
     fs::remove(file, error);
-    addWriteFault(file.filename().string());
+    addFault(
+        localised("“%s” cannot be written: the disk is full, or closed to us.", {file.filename().string()}));
     return false;
-}
-
-std::vector<ExportTask::Part> ExportTask::page() const
-{
-    std::vector<Part> parts;
-    const auto addTable = [&](const char* name, const std::vector<const char*>& columns, Part rows) {
-        if (rows.count > 0) {
-            std::vector<std::string> titles;
-            std::ranges::transform(columns, std::back_inserter(titles),
-                                   [](const char* key) { return localised(key); });
-            parts.push_back(constant(element("h2", localised(name)) + "<table>\n" + tableRow(titles, "th")));
-            parts.push_back(std::move(rows));
-            parts.push_back(constant("</table>\n"));
-        }
-    };
-    const std::string title = localised("Phone Manager");
-    parts.push_back(constant(
-        kPageBegin + element("title", title) + "</head>\n<body>\n" + element("h1", title) +
-        element("p", localised("Exported on %s", {dateText(NSDate::date()->timeIntervalSince1970())}))));
-    addTable("Contacts", {"Name", "Group", "Telephone", "E-mail"},
-             {_contacts.size(), [this](std::size_t place) { return tableRow(cells(_contacts[place])); }});
-    const std::array kinds{localised("Received"), localised("Sent"), localised("Failed")};
-    addTable("Messages", {"Kind", "Name", "Telephone", "Date", "Text"},
-             {_messages.size(),
-              [this, kinds](std::size_t place) { return tableRow(cells(_messages[place], kinds)); }});
-    if (!_pictures.empty()) {
-        parts.push_back(constant(element("h2", localised("Pictures"))));
-        parts.push_back({_pictures.size(), [this](std::size_t place) {
-                             return place < _copies.size() ? figure(_copies[place]) : ""; // some failed
-                         }});
-    }
-    parts.push_back(constant("</body>\n</html>\n"));
-    return parts;
-}
-
-/// A picture of the page, which leads to the copy.
-std::string ExportTask::figure(const Copy& copy)
-{
-    const std::string name = htmlEscaped(copy.name);
-    const std::string thumbnail =
-        "<img src=\"thumbnails/" + urlEscaped(copy.name) + ".png\" alt=\"" + name + "\"><br>";
-    return "<figure><a href=\"pictures/" + urlEscaped(copy.name) + "\">" +
-           (copy.hasThumbnail ? thumbnail : "") + name + "</a><figcaption>" + htmlEscaped(copy.caption) +
-           "</figcaption></figure>\n";
 }

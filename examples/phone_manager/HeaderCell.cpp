@@ -7,19 +7,12 @@
 namespace
 {
 
-constexpr std::array kProperties{
-    property<&HeaderCell::titleShift, &HeaderCell::setTitleShift>("titleShift"),
-};
+constexpr std::array kProperties{outlet<&HeaderCell::titleShift>("titleShift")};
 
 } // namespace
 
 constinit const ClassTable HeaderCell::table{
     "HeaderCell", &ZuTableHeaderCell::table, kProperties, {}, makeObject<HeaderCell>};
-
-const ClassTable& HeaderCell::classTable() const
-{
-    return table;
-}
 
 Ref<NSCell> HeaderCell::copyWithZone(std::nullptr_t /*zone*/) const
 {
@@ -28,7 +21,7 @@ Ref<NSCell> HeaderCell::copyWithZone(std::nullptr_t /*zone*/) const
 
 void HeaderCell::drawInteriorWithFrame_inView(NSRect frame, NSView* view)
 {
-    frame.origin.x += _titleShift;
-    frame.size.width -= _titleShift;
+    frame.origin.x += titleShift;
+    frame.size.width -= titleShift;
     ZuTableHeaderCell::drawInteriorWithFrame_inView(frame, view);
 }

@@ -6,16 +6,12 @@
 class HeaderCell final : public ZuTableHeaderCell
 {
 public:
+    /// How much farther right the title stands, in points.
+    double titleShift = 0.0;
+
     Ref<NSCell> copyWithZone(std::nullptr_t zone) const override;
     void drawInteriorWithFrame_inView(NSRect frame, NSView* view) override;
 
-    /// How much farther right the title stands, in points. Default 0.
-    double titleShift() const { return _titleShift; }
-    void setTitleShift(double points) { _titleShift = points; }
-
-    const ClassTable& classTable() const override;
+    const ClassTable& classTable() const override { return table; }
     static const ClassTable table;
-
-private:
-    double _titleShift = 0.0;
 };

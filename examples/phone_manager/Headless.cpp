@@ -3,8 +3,8 @@
 #include "ExportTask.h"
 #include "ImportTask.h"
 #include "Phone.h"
+#include "Resources.h"
 #include "TextFile.h"
-#include "Texts.h"
 
 #include <platform/appkit/NSApplication.h>
 

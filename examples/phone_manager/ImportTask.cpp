@@ -1,8 +1,6 @@
 #include "ImportTask.h"
 
-#include "Phone.h"
-#include "RecordReader.h"
-#include "Texts.h"
+#include "Resources.h"
 
 #include <platform/graphics/NSImage.h>
 #include <util/FileUtil.h>
@@ -33,20 +31,24 @@ std::string nameOf(const fs::path& path)
     return shownName((path.has_filename() ? path : path.parent_path()).filename().string());
 }
 
+bool isLeftOut(const fs::directory_entry& entry)
+{
+    std::error_code error;
+    return entry.is_directory(error) || entry.path().filename().string().starts_with('.') ||
+           entry.path().extension() == ".html";
+}
+
 /// The files that a folder stands for, and anything else for itself.
 std::vector<fs::path> filesIn(const fs::path& path)
 {
     std::error_code error;
-    if (!fs::is_directory(path, error)) {
-        return {path};
-    }
-    std::vector<fs::path> files;
     fs::directory_iterator entry(path, error);
     if (error) {
         return {path};
     }
+    std::vector<fs::path> files;
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        if (!entry->is_directory(error) && !entry->path().filename().string().starts_with('.')) {
+        if (!isLeftOut(*entry)) {
             files.push_back(entry->path());
         }
     }
@@ -56,20 +58,11 @@ std::vector<fs::path> filesIn(const fs::path& path)
 
 } // namespace
 
-ImportTask::ImportTask() = default;
-
-ImportTask::~ImportTask() = default;
-
 ImportTask* ImportTask::initWithFiles_phone(std::vector<fs::path> files, Ref<Phone> phone)
 {
     _files = std::move(files);
     _phone = std::move(phone);
     return this;
-}
-
-void ImportTask::setCharset(std::string name)
-{
-    _charset = std::move(name);
 }
 
 double ImportTask::progress() const
@@ -88,11 +81,6 @@ std::string ImportTask::summary() const
         localised("Imported contacts: %s, messages: %s, pictures: %s.",
                   {std::to_string(_contacts), std::to_string(_messages), std::to_string(_pictures)});
     return state() == State::Cancelled ? localised("The import was cancelled.") + ' ' + added : added;
-}
-
-fs::path ImportTask::currentFile() const
-{
-    return state() == State::Running && _file < _files.size() ? _files[_file] : fs::path();
 }
 
 void ImportTask::begin()
@@ -171,9 +159,4 @@ void ImportTask::finishFile()
 {
     _reader = nullptr;
     _bytesBefore += sizeOf(_files[_file++]);
-}
-
-void ImportTask::end()
-{
-    _reader = nullptr;
 }

@@ -1,7 +1,6 @@
 #include "KindsView.h"
 
-#include "Look.h"
-#include "Texts.h"
+#include "Resources.h"
 
 #include <platform/appkit/NSTableColumn.h>
 #include <platform/appkit/NSTableHeaderView.h>
@@ -12,10 +11,10 @@
 #include <platform/graphics/NSImage.h>
 #include <util/ImageUtil.h>
 #include <window/ZuCheckImageCell.h>
-#include <window/ZuOutlineItem.h>
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace
 {
@@ -25,24 +24,6 @@ constexpr NSSize kLogoSize{16.0, 16.0};
 constexpr std::int64_t kLogoLeft = 30; // of a kind's: leaves room for triangle and check
 constexpr std::int64_t kLevel = 16;    // how much farther right the groups' are, as the view indents them
 constexpr std::int64_t kLogoGap = 6;
-
-struct KindLook {
-    const char* name;
-    const char* icon;
-};
-constexpr std::array kKinds{KindLook{"Contacts", "contacts"}, KindLook{"Messages", "messages"},
-                            KindLook{"Pictures", "photos"}};
-constexpr std::array kMessageGroups{KindLook{"Received", "received"}, KindLook{"Sent", "sent"},
-                                    KindLook{"Failed", "sent"}};
-
-/// An icon made small; null if there is none of that name.
-Ref<NSImage> logo(const std::string& name)
-{
-    const Ref<NSImage> image = icon(name);
-    return image ? make<NSImage>()->initWithCGImage_size(ImageUtil::nsImageToCGImageRef(image.get()).get(),
-                                                         kLogoSize)
-                 : nullptr;
-}
 
 /// A cell that has the outline check all that its row stands for.
 class CheckCell final : public ZuCheckImageCell
@@ -71,20 +52,9 @@ public:
 constinit const ClassTable KindsView::table{
     "KindsView", &ZuOutlineView::table, {}, {}, makeObject<KindsView>};
 
-const ClassTable& KindsView::classTable() const
-{
-    return table;
-}
-
-KindsView::KindsView() = default;
-
-KindsView::~KindsView() = default;
-
 void KindsView::awakeFromNib()
 {
     _root = make<ZuOutlineItem>()->init();
-    _checkImages = {icon("content-check-no"), icon("content-check-mixed"), icon("content-check-yes"),
-                    icon("content-check-off")};
     setHeaderView(nullptr);
     setIndentationPerLevel(kLevel);
     const Ref<CheckCell> cell = make<CheckCell>();
@@ -102,7 +72,7 @@ void KindsView::setPhone(Ref<Phone> phone)
     update();
 }
 
-// The records
+// Records
 
 void KindsView::visitRecords(const Visitor& visit) const
 {
@@ -110,82 +80,22 @@ void KindsView::visitRecords(const Visitor& visit) const
         return;
     }
     for (Contact& contact : _phone->contacts()) {
-        visit({Kind::Contacts, contact.group}, contact.isFixed ? nullptr : &contact.isChecked);
+        visit(Kind::Contacts, contact.group, contact.isFixed ? nullptr : &contact.isChecked);
     }
     for (Message& message : _phone->messages()) {
-        visit({Kind::Messages, kMessageGroups[static_cast<std::size_t>(message.kind)].name},
-              &message.isChecked);
+        visit(Kind::Messages, message.kindName(), &message.isChecked);
     }
     for (Picture& picture : _phone->pictures()) {
-        visit({Kind::Pictures, {}}, &picture.isChecked);
+        visit(Kind::Pictures, "", &picture.isChecked);
     }
-}
-
-KindsView::Entry& KindsView::entryOf(const Key& key)
-{
-    Entry& entry = _entries[key];
-    if (!entry.item) {
-        const auto& [kind, group] = key;
-        const bool isKind = group.empty();
-        const KindLook& look = kKinds[static_cast<std::size_t>(kind)];
-        const auto* const messages = std::ranges::find(kMessageGroups, group, &KindLook::name);
-        const Ref<NSImage> own = logo(isKind                             ? look.icon
-                                      : messages != kMessageGroups.end() ? messages->icon
-                                                                         : group);
-        entry.item = make<ZuOutlineItem>()->init();
-        entry.item->setId_(static_cast<std::int64_t>(kind));
-        entry.item->setName(text(localised(isKind ? look.name : group)));
-        entry.item->setLogo(own ? own : logo("folder"));
-        entry.item->setIndent_item(isKind ? kLogoLeft : kLogoLeft + kLevel);
-        entry.item->setGap_logo_to_text(kLogoGap);
-    }
-    return entry;
-}
-
-void KindsView::update()
-{
-    for (auto& [key, entry] : _entries) {
-        entry = {entry.item};
-    }
-    for (const Kind kind : {Kind::Contacts, Kind::Messages, Kind::Pictures}) {
-        entryOf({kind, {}});
-    }
-    const auto count = [](Entry& entry, const bool* check) {
-        ++entry.records;
-        entry.checkable += check != nullptr ? 1 : 0;
-        entry.checked += check != nullptr && *check ? 1 : 0;
-    };
-    visitRecords([&](const Key& key, const bool* check) {
-        count(entryOf({key.first, {}}), check);
-        if (!key.second.empty()) {
-            count(entryOf(key), check);
-        }
-    });
-    _root->removeAllChildren();
-    Ref<ZuOutlineItem> kind;
-    for (const auto& [key, entry] : _entries) { // each kind, then its groups
-        entry.item->setNumber(static_cast<std::int64_t>(entry.records));
-        entry.item->setIsEnable(entry.checkable > 0 ? 1 : 0);
-        entry.item->setIsChecked(entry.checkable > 0 && entry.checked == entry.checkable ? 1 : 0);
-        if (key.second.empty()) {
-            kind = entry.item;
-            kind->removeAllChildren();
-            _root->addChild(kind);
-        } else if (entry.records > 0) {
-            kind->addChild(entry.item);
-        }
-    }
-    reloadData();
 }
 
 void KindsView::toggleRow(std::int64_t row)
 {
-    const Key toggled = keyOf(itemOf(itemAtRow(row).get()));
-    const Entry& entry = entryOf(toggled);
-    const bool checks = entry.checked < entry.checkable;
-    visitRecords([&](const Key& key, bool* check) {
-        const bool belongs =
-            key.first == toggled.first && (toggled.second.empty() || key.second == toggled.second);
+    const Item& toggled = itemAt(row);
+    const bool checks = toggled.checked < toggled.checkable;
+    visitRecords([&](Kind kind, const std::string& group, bool* check) {
+        const bool belongs = kind == toggled.kind() && (toggled.group.empty() || group == toggled.group);
         if (belongs && check != nullptr) {
             *check = checks;
         }
@@ -193,44 +103,109 @@ void KindsView::toggleRow(std::int64_t row)
     _phone->didChange();
 }
 
-// What the tree is
+// Rows
 
-KindsView::Key KindsView::keyOf(const ZuOutlineItem& item) const
+KindsView::Item& KindsView::itemOf(Kind kind, const std::string& group)
 {
-    return std::ranges::find_if(_entries, [&](const auto& each) { return each.second.item == &item; })->first;
+    Ref<Item>& item = _items[{kind, group}];
+    if (!item) {
+        item = makeItem(kind, group);
+    }
+    return *item;
 }
 
-ZuOutlineItem& KindsView::itemOf(NSObject* item) const
+KindsView::Item& KindsView::itemAt(std::int64_t row) const
 {
-    return item != nullptr ? dynamic_cast<ZuOutlineItem&>(*item) : *_root;
+    return dynamic_cast<Item&>(*itemAtRow(row));
+}
+
+Ref<KindsView::Item> KindsView::makeItem(Kind kind, const std::string& group)
+{
+    const bool isKind = group.empty();
+    const std::string name = isKind ? kKindNames[static_cast<std::size_t>(kind)] : group;
+    const Ref<NSImage> own = icon(name);
+    const Ref<NSImage> picture = own ? own : icon("folder");
+    Ref<Item> item = make<Item>();
+    item->init();
+    item->setId_(static_cast<std::int64_t>(kind));
+    item->group = group;
+    item->setName(text(localised(name)));
+    item->setLogo(make<NSImage>()->initWithCGImage_size(ImageUtil::nsImageToCGImageRef(picture.get()).get(),
+                                                        kLogoSize));
+    item->setIndent_item(isKind ? kLogoLeft : kLogoLeft + kLevel);
+    item->setGap_logo_to_text(kLogoGap);
+    return item;
+}
+
+void KindsView::update()
+{
+    for (const auto& [key, item] : _items) {
+        item->records = item->checkable = item->checked = 0;
+    }
+    for (const Kind kind : {Kind::Contacts, Kind::Messages, Kind::Pictures}) {
+        itemOf(kind, "");
+    }
+    const auto count = [](Item& item, const bool* check) {
+        ++item.records;
+        item.checkable += check != nullptr ? 1 : 0;
+        item.checked += check != nullptr && *check ? 1 : 0;
+    };
+    visitRecords([&](Kind kind, const std::string& group, const bool* check) {
+        count(itemOf(kind, ""), check);
+        if (!group.empty()) {
+            count(itemOf(kind, group), check);
+        }
+    });
+    std::vector<Ref<Item>> rows;
+    for (const auto& [key, item] : _items) {
+        item->setNumber(static_cast<std::int64_t>(item->records));
+        item->setIsEnable(item->checkable > 0 ? 1 : 0);
+        item->setIsChecked(item->checkable > 0 && item->checked == item->checkable ? 1 : 0);
+        item->removeAllChildren();
+        rows.push_back(item);
+    }
+    std::ranges::sort(rows, {}, [](const Ref<Item>& item) { return item->name()->UTF8String(); });
+    _root->removeAllChildren();
+    for (const Kind kind : {Kind::Contacts, Kind::Messages, Kind::Pictures}) {
+        _root->addChild(_items[{kind, ""}]);
+    }
+    for (const Ref<Item>& item : rows) {
+        if (!item->group.empty() && item->records > 0) {
+            itemOf(item->kind(), "").addChild(item);
+        }
+    }
+    reloadData();
 }
 
 std::int64_t KindsView::outlineView_numberOfChildrenOfItem(NSOutlineView* /*view*/, NSObject* item)
 {
-    return itemOf(item).numberOfChildren();
+    return (item != nullptr ? dynamic_cast<ZuOutlineItem&>(*item) : *_root).numberOfChildren();
 }
 
 Ref<NSObject> KindsView::outlineView_child_ofItem(NSOutlineView* /*view*/, std::int64_t index, NSObject* item)
 {
-    return itemOf(item).childAtIndex(static_cast<std::uint64_t>(index));
+    return (item != nullptr ? dynamic_cast<ZuOutlineItem&>(*item) : *_root)
+        .childAtIndex(static_cast<std::uint64_t>(index));
 }
 
-bool KindsView::outlineView_isItemExpandable(NSOutlineView* /*view*/, NSObject* item)
+bool KindsView::outlineView_isItemExpandable(NSOutlineView* view, NSObject* item)
 {
-    return itemOf(item).numberOfChildren() > 0;
+    return outlineView_numberOfChildrenOfItem(view, item) > 0;
 }
 
 void KindsView::outlineView_willDisplayCell_forTableColumn_item(NSOutlineView* /*view*/, NSCell* cell,
                                                                 NSTableColumn* /*column*/, NSObject* item)
 {
-    ZuOutlineItem& shown = itemOf(item);
-    const Entry& entry = _entries.at(keyOf(shown));
+    auto& shown = dynamic_cast<Item&>(*item);
     auto& check = dynamic_cast<ZuCheckImageCell&>(*cell);
+    const bool isMixed = shown.isChecked() == 0 && shown.checked > 0;
     check.setItem(&shown);
     check.setTitle(shown.name());
-    const bool isMixed = shown.isChecked() == 0 && entry.checked > 0;
     check.setFlagValue(isMixed);
-    check.setImage(_checkImages[shown.isEnable() == 0 ? 3 : shown.isChecked() != 0 ? 2 : isMixed ? 1 : 0]);
+    check.setImage(icon(shown.isEnable() == 0    ? "content-check-off"
+                        : shown.isChecked() != 0 ? "content-check-yes"
+                        : isMixed                ? "content-check-mixed"
+                                                 : "content-check-no"));
 }
 
 // Selection
@@ -238,15 +213,13 @@ void KindsView::outlineView_willDisplayCell_forTableColumn_item(NSOutlineView* /
 void KindsView::selectKind(Kind kind)
 {
     _selectedKind = kind; // before the row is, which is no choice of the user's then
-    const std::int64_t row = rowForItem(entryOf({kind, {}}).item.get());
-    selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(static_cast<std::size_t>(row)).get(),
-                                          false);
+    const auto row = static_cast<std::size_t>(rowForItem(&itemOf(kind, "")));
+    selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(row).get(), false);
 }
 
 void KindsView::outlineViewSelectionDidChange(NSOutlineView* /*view*/)
 {
-    const Ref<NSObject> item = itemAtRow(selectedRow());
-    const Kind kind = item ? static_cast<Kind>(itemOf(item.get()).id_()) : _selectedKind;
+    const Kind kind = selectedRow() < 0 ? _selectedKind : itemAt(selectedRow()).kind();
     if (kind != std::exchange(_selectedKind, kind)) {
         sendAction_to(action(), target().get());
     }

@@ -2,6 +2,7 @@
 
 #include "Phone.h"
 
+#include <window/ZuOutlineItem.h>
 #include <window/ZuOutlineView.h>
 
 #include <array>
@@ -11,9 +12,6 @@
 #include <map>
 #include <string>
 
-class NSImage;
-class ZuOutlineItem;
-
 /// The outline of what the phone holds: the kinds with their groups, how many there are of each, and checks
 /// that check all of it for an export. It is its own data source and delegate, and sends its action when
 /// the user selects another kind.
@@ -21,8 +19,7 @@ class KindsView final : public ZuOutlineView, public NSOutlineViewDataSource, pu
 {
 public:
     enum class Kind { Contacts, Messages, Pictures };
-
-    KindsView();
+    static constexpr std::array kKindNames{"Contacts", "Messages", "Pictures"};
 
     void awakeFromNib() override;
 
@@ -47,33 +44,31 @@ public:
                                                          NSTableColumn* column, NSObject* item) override;
     void outlineViewSelectionDidChange(NSOutlineView* view) override;
 
-    const ClassTable& classTable() const override;
+    const ClassTable& classTable() const override { return table; }
     static const ClassTable table;
-
-protected:
-    ~KindsView() override;
 
 private:
     /// A row: a kind, or below it one of its groups.
-    struct Entry {
-        Ref<ZuOutlineItem> item;
+    class Item final : public ZuOutlineItem
+    {
+    public:
+        Kind kind() const { return static_cast<Kind>(id_()); }
+
+        std::string group; // empty for the kind itself
         std::size_t records = 0;
         std::size_t checkable = 0;
         std::size_t checked = 0;
     };
-    /// Kind and group; the group of a kind itself is empty.
-    using Key = std::pair<Kind, std::string>;
-    /// What is called for a record: its row, and its check, null if it cannot be checked.
-    using Visitor = std::function<void(const Key& group, bool* check)>;
+    /// What is called for a record: its kind and group, and its check, null if it cannot be checked.
+    using Visitor = std::function<void(Kind kind, const std::string& group, bool* check)>;
 
     void visitRecords(const Visitor& visit) const;
-    Entry& entryOf(const Key& key);
-    Key keyOf(const ZuOutlineItem& item) const;
-    ZuOutlineItem& itemOf(NSObject* item) const;
+    Item& itemOf(Kind kind, const std::string& group);
+    Item& itemAt(std::int64_t row) const;
+    static Ref<Item> makeItem(Kind kind, const std::string& group);
 
     Ref<Phone> _phone;
     Ref<ZuOutlineItem> _root;
-    std::map<Key, Entry> _entries;
-    std::array<Ref<NSImage>, 4> _checkImages; // of none, some and all, and where nothing can be
+    std::map<std::pair<Kind, std::string>, Ref<Item>> _items; // by kind and group
     Kind _selectedKind = Kind::Contacts;
 };

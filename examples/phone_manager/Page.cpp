@@ -1,27 +1,27 @@
 #include "Page.h"
 
-#include "Look.h"
-#include "Texts.h"
+#include "Resources.h"
 
 #include <platform/appkit/NSTableColumn.h>
 #include <platform/foundation/ClassTable.h>
 #include <platform/foundation/NSIndexSet.h>
 #include <platform/foundation/NSNumber.h>
 #include <platform/graphics/NSImage.h>
-#include <window/ZuCheckTableHeaderView.h>
 #include <window/ZuTableCheckImageCell.h>
 
+#include <algorithm>
 #include <array>
-#include <optional>
-#include <set>
+#include <numeric>
 #include <utility>
 
 namespace
 {
 
+constexpr std::int32_t kCheckLeft = 8;
+
 constexpr std::array kProperties{
-    property<&Page::tableView, &Page::setTableView>("tableView"),
-    property<&Page::status, &Page::setStatus>("status"),
+    outlet<&Page::tableView>("tableView"),
+    outlet<&Page::status>("status"),
 };
 constexpr std::array kSelectors{
     selector<&Page::setCheckItem>("setCheckItem:"),
@@ -32,31 +32,21 @@ constexpr std::array kSelectors{
 
 constinit const ClassTable Page::table{"Page", &ZuFlippedView::table, kProperties, kSelectors};
 
-const ClassTable& Page::classTable() const
-{
-    return table;
-}
-
-Page::Page() = default;
-
-Page::~Page() = default;
-
 void Page::awakeFromNib()
 {
-    for (const char* image : {"content-check-no", "content-check-yes", "content-check-off"}) {
-        _checkImages.push_back(icon(image));
-    }
-    constexpr std::int32_t kCheckLeft = 8;
     header().setImageOffset(kCheckLeft);
-    auto& check = dynamic_cast<ZuTableCheckImageCell&>(*_tableView->tableColumns().front()->dataCell());
-    check.loadImage_withSecond_withThird(_checkImages[0].get(), _checkImages[1].get(), _checkImages[2].get());
+    auto& check = dynamic_cast<ZuTableCheckImageCell&>(*tableView->tableColumns().front()->dataCell());
+    check.loadImage_withSecond_withThird(icon("content-check-no").get(), icon("content-check-yes").get(),
+                                         icon("content-check-off").get());
     check.setImageOffset(kCheckLeft);
 }
 
 ZuCheckTableHeaderView& Page::header() const
 {
-    return dynamic_cast<ZuCheckTableHeaderView&>(*_tableView->headerView());
+    return dynamic_cast<ZuCheckTableHeaderView&>(*tableView->headerView());
 }
+
+// Rows
 
 void Page::setPhone(Ref<Phone> phone)
 {
@@ -66,42 +56,27 @@ void Page::setPhone(Ref<Phone> phone)
 
 void Page::update()
 {
-    std::vector<std::size_t> rows(_phone ? recordCount() : 0);
-    for (std::size_t record = 0; record < rows.size(); ++record) {
-        rows[record] = record;
-    }
-    setRows(std::move(rows));
+    setRows(allRecords());
+}
+
+std::vector<std::size_t> Page::allRecords() const
+{
+    std::vector<std::size_t> records(_phone ? recordCount() : 0);
+    std::iota(records.begin(), records.end(), 0);
+    return records;
 }
 
 void Page::setRows(std::vector<std::size_t> rows)
 {
-    std::set<std::size_t> selected;
-    for (const NSRange& range : _tableView->selectedRowIndexes()->ranges()) {
-        for (std::size_t row = range.location; row < NSMaxRange(range) && row < _rows.size(); ++row) {
-            selected.insert(_rows[row]);
-        }
-    }
-    const std::int64_t last = _tableView->selectedRow();
-    const std::optional<std::size_t> current = last >= 0 && last < numberOfRowsInTableView(nullptr)
-                                                   ? std::optional(recordAtRow(last))
-                                                   : std::nullopt;
-    _rows = std::move(rows);
-    std::vector<NSRange> ranges;
-    std::optional<std::size_t> currentRow;
-    for (std::size_t row = 0; row < _rows.size() && !selected.empty(); ++row) {
-        if (selected.contains(_rows[row])) {
-            ranges.push_back({row, 1});
-        }
-        if (current == _rows[row]) {
-            currentRow = row;
-        }
-    }
-    _tableView->reloadData();
-    _tableView->selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndexesInRanges(ranges).get(),
-                                                      false);
-    if (currentRow) { // from where keys go on
-        _tableView->selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(*currentRow).get(),
-                                                          true);
+    if (rows != _rows) {
+        const std::int64_t before = tableView->selectedRow();
+        const auto selected = before < 0 ? rows.end() : std::ranges::find(rows, recordAtRow(before));
+        const auto row = static_cast<std::size_t>(selected - rows.begin());
+        const Ref<NSIndexSet> selection = selected == rows.end() ? NSIndexSet::indexSetWithIndexesInRanges({})
+                                                                 : NSIndexSet::indexSetWithIndex(row);
+        _rows = std::move(rows);
+        tableView->reloadData();
+        tableView->selectRowIndexes_byExtendingSelection(selection.get(), false);
     }
     showChecks();
 }
@@ -153,9 +128,9 @@ void Page::showChecks()
             ++all;
         }
     }
-    _status->setStringValue(text(localised(statusKey(), {std::to_string(checked), std::to_string(all)})));
+    status->setStringValue(text(localised(statusKey(), {std::to_string(checked), std::to_string(all)})));
     header().setShowChecked(all > 0);
     header().setIsChecked(all > 0 && checked == all ? 1 : 0);
     header().setNeedsDisplay();
-    _tableView->setNeedsDisplay();
+    tableView->setNeedsDisplay();
 }

@@ -1,5 +1,12 @@
 #include "Phone.h"
 
+bool Phone::hasChecked() const
+{
+    return std::ranges::any_of(_contacts, &Contact::isChecked) ||
+           std::ranges::any_of(_messages, &Message::isChecked) ||
+           std::ranges::any_of(_pictures, &Picture::isChecked);
+}
+
 void Phone::checkAll()
 {
     for (Contact& contact : _contacts) {
@@ -13,15 +20,9 @@ void Phone::checkAll()
     }
 }
 
-void Phone::setTarget_action(NSObject* target, SEL action)
+void Phone::didChange() const
 {
-    _target = target;
-    _action = action;
-}
-
-void Phone::didChange()
-{
-    if (const Ref<NSObject> target = _target.get()) {
-        target->performSelector_withObject(_action, this);
+    if (_observer) {
+        _observer();
     }
 }

@@ -3,7 +3,7 @@
 #include "ExportTask.h"
 #include "HeaderCell.h"
 #include "ImportTask.h"
-#include "Texts.h"
+#include "Resources.h"
 
 #include <platform/appkit/NSNib.h>
 #include <platform/appkit/NSOpenPanel.h>
@@ -12,7 +12,6 @@
 #include <platform/foundation/NSArray.h>
 #include <platform/foundation/NSAttributedString.h>
 #include <platform/foundation/NSBundle.h>
-#include <platform/foundation/NSString.h>
 #include <platform/foundation/NSURL.h>
 #include <platform/foundation/NSUserDefaults.h>
 #include <platform/graphics/NSColor.h>
@@ -20,7 +19,6 @@
 #include <util/FileUtil.h>
 #include <util/UiUtil.h>
 #include <window/Classes.h>
-#include <window/ZuSimpleButton.h>
 #include <window/ZuToolButton.h>
 
 #include <algorithm>
@@ -36,28 +34,22 @@ struct Accent {
 };
 constexpr std::array kAccents{Accent{"Sky", "32,186,234"}, Accent{"Meadow", "52,152,83"},
                               Accent{"Sunset", "224,104,32"}, Accent{"Violet", "126,87,194"}};
-constexpr std::array kLanguages{"en", "de"};
-
-/// In the settings, by the places of `KindsView::Kind`; also the headlines, in English.
-constexpr std::array kPages{"Contacts", "Messages", "Pictures"};
 
 constexpr double kUpdateInterval = 0.5;     // seconds, while a task runs
+constexpr std::size_t kMostFaults = 3;      // that show
 constexpr NSSize kWindowSize{960.0, 640.0}; // where there is none in the settings
 constexpr NSSize kSmallestWindow{760.0, 480.0};
 
-constexpr std::array<const ClassTable*, 6> kClasses{&KindsView::table,    &ContactsPage::table,
-                                                    &MessagesPage::table, &PicturesPage::table,
-                                                    &TaskPanel::table,    &HeaderCell::table};
+constexpr std::array<const ClassTable*, 5> kClasses{
+    &KindsView::table, &ContactsPage::table, &MessagesPage::table, &PicturesPage::table, &HeaderCell::table};
 
 constexpr std::array kProperties{
-    property<&PhoneManager::outline, &PhoneManager::setOutline>("outline"),
-    property<&PhoneManager::contactsPage, &PhoneManager::setContactsPage>("contactsPage"),
-    property<&PhoneManager::messagesPage, &PhoneManager::setMessagesPage>("messagesPage"),
-    property<&PhoneManager::picturesPage, &PhoneManager::setPicturesPage>("picturesPage"),
-    property<&PhoneManager::startPage, &PhoneManager::setStartPage>("startPage"),
-    property<&PhoneManager::sampleLink, &PhoneManager::setSampleLink>("sampleLink"),
-    property<&PhoneManager::headline, &PhoneManager::setHeadline>("headline"),
-    property<&PhoneManager::taskPanel, &PhoneManager::setTaskPanel>("taskPanel"),
+    outlet<&PhoneManager::outline>("outline"),           outlet<&PhoneManager::contactsPage>("contactsPage"),
+    outlet<&PhoneManager::messagesPage>("messagesPage"), outlet<&PhoneManager::picturesPage>("picturesPage"),
+    outlet<&PhoneManager::startPage>("startPage"),       outlet<&PhoneManager::sampleLink>("sampleLink"),
+    outlet<&PhoneManager::headline>("headline"),         outlet<&PhoneManager::taskPanel>("taskPanel"),
+    outlet<&PhoneManager::taskStatus>("taskStatus"),     outlet<&PhoneManager::taskProgress>("taskProgress"),
+    outlet<&PhoneManager::taskCancel>("taskCancel"),
 };
 constexpr std::array kSelectors{
     selector<&PhoneManager::chooseImport>("chooseImport:"),
@@ -68,40 +60,36 @@ constexpr std::array kSelectors{
     selector<&PhoneManager::openHelp>("openHelp:"),
     selector<&PhoneManager::openKind>("openKind:"),
     selector<&PhoneManager::cancelTask>("cancelTask:"),
-    selector<&PhoneManager::phoneDidChange>("phoneDidChange:"),
-    selector<&PhoneManager::taskDidProceed>("taskDidProceed:"),
+    selector<&PhoneManager::update>("update"),
 };
 
 } // namespace
 
 constinit const ClassTable PhoneManager::table{"PhoneManager", &NSObject::table, kProperties, kSelectors};
 
-const ClassTable& PhoneManager::classTable() const
+PhoneManager::PhoneManager(const std::string& settingsFile) : _settings(settingsFile), _phone(make<Phone>())
 {
-    return table;
+    _phone->setObserver([this] { update(); });
+    build();
+    const auto* const page =
+        std::ranges::find(KindsView::kKindNames, _settings.text("page", KindsView::kKindNames.front()));
+    outline->selectKind(page == KindsView::kKindNames.end()
+                            ? KindsView::Kind()
+                            : KindsView::Kind(page - KindsView::kKindNames.begin()));
+    showPage();
+    tell(_settings.trouble());
 }
-
-PhoneManager::PhoneManager() : _phone(make<Phone>()) {}
 
 PhoneManager::~PhoneManager()
 {
+    _phone->setObserver(nullptr);
     for (const Ref<Task>& task : _tasks) {
+        task->setObserver(nullptr);
         task->cancel();
     }
 }
 
-PhoneManager* PhoneManager::initWithSettingsFile(const std::string& path)
-{
-    _settings = std::make_unique<Settings>(path);
-    _phone->setTarget_action(this, SEL{"phoneDidChange:"});
-    build();
-    const std::string last = _settings->text("page", kPages.front());
-    const auto* const page = std::ranges::find(kPages, last);
-    _outline->selectKind(page == kPages.end() ? KindsView::Kind() : KindsView::Kind(page - kPages.begin()));
-    showPage();
-    _taskPanel->show(_settings->trouble());
-    return this;
-}
+// Set-up
 
 void PhoneManager::build()
 {
@@ -113,18 +101,18 @@ void PhoneManager::build()
     _content = form->instantiateWithOwner(this);
     _title = form->windowTitle();
 
-    _sampleLink->setAttributedStringValue(ZuHyperlinkTextField::hyperlinkFromString_withURL_withFont(
-        _sampleLink->stringValue().get(), text("sample"), NSFont::fontWithName_size("Arial", 14.0)));
-    _sampleLink->setIsAction(true);
-    _sampleLink->setCaller(this);
-    _sampleLink->setFuncAction(SEL{"importSample:"});
+    sampleLink->setAttributedStringValue(ZuHyperlinkTextField::hyperlinkFromString_withURL_withFont(
+        sampleLink->stringValue().get(), text("sample"), NSFont::fontWithName_size("Arial", 14.0)));
+    sampleLink->setIsAction(true);
+    sampleLink->setCaller(this);
+    sampleLink->setFuncAction(SEL{"importSample:"});
+    taskProgress->setTotal_(1.0);
     UiUtil::changeBackgroundColor_withRGB(_content.get(), text("F5F5F5").get());
     applyColors(*_content);
-    _outline->setPhone(_phone);
-    for (Page* page :
-         std::initializer_list<Page*>{_contactsPage.get(), _messagesPage.get(), _picturesPage.get()}) {
-        page->setPhone(_phone);
-    }
+    outline->setPhone(_phone);
+    contactsPage->setPhone(_phone);
+    messagesPage->setPhone(_phone);
+    picturesPage->setPhone(_phone);
 }
 
 void PhoneManager::applyColors(NSView& view)
@@ -140,16 +128,16 @@ void PhoneManager::applyColors(NSView& view)
             {"color_desc_hover", &ZuToolButton::setColor_desc_hover},
         }};
         for (const auto& [key, setter] : kColors) {
-            if (const Ref<NSColor> color = _settings->color(key)) { // else the button's own stays
+            if (const Ref<NSColor> color = _settings.color(key)) { // else the button's own stays
                 (button->*setter)(color);
             }
         }
         button->setFocusRingType(NSFocusRingType::Default);
-        button->setOffset(_settings->number("icon_offset", button->offset()));
+        button->setOffset(_settings.number("icon_offset", button->offset()));
     } else if (auto* progress = dynamic_cast<ZuProgressView*>(&view)) {
-        progress->setColor_used_(_settings->color("color_background"));
+        progress->setColor_used_(_settings.color("color_background"));
     } else if (auto* simple = dynamic_cast<ZuSimpleButton*>(&view)) {
-        const Ref<NSColor> accent = _settings->color("color_background");
+        const Ref<NSColor> accent = _settings.color("color_background");
         simple->setColor_normal_font(NSColor::whiteColor());
         simple->setColor_normal_background(accent);
         simple->setColor_normal_border(accent);
@@ -165,12 +153,13 @@ void PhoneManager::applyColors(NSView& view)
 
 void PhoneManager::openWindow()
 {
-    const NSSize size{
-        static_cast<double>(_settings->number("window_width", static_cast<int>(kWindowSize.width))),
-        static_cast<double>(_settings->number("window_height", static_cast<int>(kWindowSize.height)))};
+    const auto length = [&](const char* key, double usual, double smallest) {
+        return std::max<double>(_settings.number(key, static_cast<int>(usual)), smallest);
+    };
     _window = make<NSWindow>()->initWithContentRect_styleMask(
         {{160.0, 120.0},
-         {std::max(size.width, kSmallestWindow.width), std::max(size.height, kSmallestWindow.height)}},
+         {length("window_width", kWindowSize.width, kSmallestWindow.width),
+          length("window_height", kWindowSize.height, kSmallestWindow.height)}},
         NSWindowStyleMaskTitled | NSWindowStyleMaskClosable | NSWindowStyleMaskMiniaturizable |
             NSWindowStyleMaskResizable);
     _window->setContentMinSize(kSmallestWindow);
@@ -180,16 +169,22 @@ void PhoneManager::openWindow()
     _window->makeKeyAndOrderFront();
 }
 
+void PhoneManager::windowDidResize(NSWindow* window)
+{
+    const NSSize size = window->contentSize();
+    _settings.set("window_width", static_cast<int>(size.width));
+    _settings.set("window_height", static_cast<int>(size.height));
+}
+
 // Pages
 
 void PhoneManager::showPage()
 {
-    const auto kind = static_cast<std::size_t>(_outline->selectedKind());
-    const bool isEmpty =
-        _phone->contacts().empty() && _phone->messages().empty() && _phone->pictures().empty();
-    _headline->setStringValue(text(localised(isEmpty ? "Nothing here yet" : kPages[kind])));
-    _startPage->setHidden(!isEmpty);
-    const std::array<NSView*, 3> pages{_contactsPage.get(), _messagesPage.get(), _picturesPage.get()};
+    const auto kind = static_cast<std::size_t>(outline->selectedKind());
+    const bool isEmpty = _phone->isEmpty();
+    headline->setStringValue(text(localised(isEmpty ? "Nothing here yet" : KindsView::kKindNames[kind])));
+    startPage->setHidden(!isEmpty);
+    const std::array<NSView*, 3> pages{contactsPage.get(), messagesPage.get(), picturesPage.get()};
     for (std::size_t page = 0; page < pages.size(); ++page) {
         pages[page]->setHidden(isEmpty || page != kind);
     }
@@ -198,16 +193,16 @@ void PhoneManager::showPage()
 void PhoneManager::openKind(NSObject* /*sender*/)
 {
     showPage();
-    _settings->set("page", kPages[static_cast<std::size_t>(_outline->selectedKind())]);
+    _settings.set("page", KindsView::kKindNames[static_cast<std::size_t>(outline->selectedKind())]);
 }
 
-void PhoneManager::phoneDidChange(NSObject* /*sender*/)
+void PhoneManager::update()
 {
     _isUpdateDue = false;
-    _outline->update();
-    _contactsPage->update();
-    _messagesPage->update();
-    _picturesPage->update();
+    outline->update();
+    contactsPage->update();
+    messagesPage->update();
+    picturesPage->update();
     showPage();
 }
 
@@ -229,25 +224,25 @@ void PhoneManager::addTask(const Ref<Task>& task)
         _tasks.pop_front();
     }
     _tasks.push_back(task);
-    task->setTarget_action(this, SEL{"taskDidProceed:"});
+    task->setObserver([this] { taskDidProceed(); });
     if (_tasks.size() == 1) {
         task->start();
-        _taskPanel->show(*task);
+        showTask();
     }
 }
 
-void PhoneManager::taskDidProceed(NSObject* /*sender*/)
+void PhoneManager::taskDidProceed()
 {
     if (_tasks.front()->state() != Task::State::Running) {
-        phoneDidChange(nullptr);
+        update();
         if (_tasks.size() > 1) {
             _tasks.pop_front();
             _tasks.front()->start();
         }
     } else if (!std::exchange(_isUpdateDue, true)) { // not with each slice: it takes longer than many of them
-        performSelector_withObject_afterDelay(SEL{"phoneDidChange:"}, nullptr, kUpdateInterval);
+        performSelector_withObject_afterDelay(SEL{"update"}, nullptr, kUpdateInterval);
     }
-    _taskPanel->show(*_tasks.front());
+    showTask();
 }
 
 void PhoneManager::cancelTask(NSObject* /*sender*/)
@@ -257,41 +252,72 @@ void PhoneManager::cancelTask(NSObject* /*sender*/)
     }
 }
 
+void PhoneManager::showTask()
+{
+    const Task& task = *_tasks.front();
+    const std::size_t shown = std::min(task.faults().size(), kMostFaults);
+    std::string sentences = localised("Task %s: %s", {std::to_string(task.identifier()), task.summary()});
+    for (std::size_t fault = 0; fault < shown; ++fault) {
+        sentences += '\n' + task.faults()[fault];
+    }
+    if (task.faultCount() > shown) {
+        sentences += '\n' + localised("… and %s more", {std::to_string(task.faultCount() - shown)});
+    }
+    taskProgress->setStep_(task.progress());
+    taskProgress->setNeedsDisplay();
+    tell(sentences, task.state() == Task::State::Running);
+}
+
+/// Shows sentences in the panel, or no panel if there are none.
+void PhoneManager::tell(const std::string& sentences, bool ofRunningTask)
+{
+    taskPanel->setHidden(sentences.empty());
+    taskStatus->setStringValue(text(sentences));
+    taskProgress->setHidden(!ofRunningTask);
+    taskCancel->setHidden(!ofRunningTask);
+}
+
 // Files
+
+/// What the user chooses; nothing if they do not.
+std::vector<std::filesystem::path> PhoneManager::choose(NSOpenPanel& panel)
+{
+    panel.setDirectoryURL(NSURL::fileURLWithPath(text(_settings.text("folder", "")).get()));
+    std::vector<std::filesystem::path> chosen;
+    if (panel.runModal() == NSModalResponseOK) {
+        for (const Ref<NSURL>& url : *panel.URLs()) {
+            chosen.emplace_back(url->path()->UTF8String());
+        }
+    }
+    return chosen;
+}
 
 void PhoneManager::chooseImport(NSObject* /*sender*/)
 {
     const Ref<PhoneManager> self(this);
     const Ref<NSOpenPanel> panel = NSOpenPanel::openPanel();
     panel->setAllowsMultipleSelection(true);
-    panel->setDirectoryURL(NSURL::fileURLWithPath(text(_settings->text("folder", "")).get()));
-    if (panel->runModal() == NSModalResponseOK) {
-        std::vector<std::filesystem::path> files;
-        for (const Ref<NSURL>& url : *panel->URLs()) {
-            files.emplace_back(url->path()->UTF8String());
-        }
-        _settings->set("folder", files.front().parent_path().string());
-        importFiles(std::move(files));
+    const std::vector<std::filesystem::path> files = choose(*panel);
+    if (!files.empty()) {
+        _settings.set("folder", files.front().parent_path().string());
+        importFiles(files);
     }
 }
 
 void PhoneManager::chooseExport(NSObject* /*sender*/)
 {
-    if (checkedCount(_phone->contacts()) + checkedCount(_phone->messages()) +
-            checkedCount(_phone->pictures()) ==
-        0) {
-        _taskPanel->show(localised("Check what is to be exported first."));
+    const Ref<PhoneManager> self(this);
+    if (!_phone->hasChecked()) {
+        tell(localised("Check what is to be exported first."));
         return;
     }
-    const Ref<PhoneManager> self(this);
     const Ref<NSOpenPanel> panel = NSOpenPanel::openPanel();
     panel->setCanChooseFiles(false);
     panel->setCanChooseDirectories(true);
-    panel->setDirectoryURL(NSURL::fileURLWithPath(text(_settings->text("folder", "")).get()));
-    if (panel->runModal() == NSModalResponseOK) {
-        const std::string folder = panel->URLs()->objectAtIndex(0)->path()->UTF8String();
-        _settings->set("folder", folder);
-        exportTo(folder);
+    const std::vector<std::filesystem::path> folders = choose(*panel);
+    if (!folders.empty()) {
+        _settings.set("folder", folders.front().string());
+        exportTo(folders.front());
     }
 }
 
@@ -319,35 +345,31 @@ void PhoneManager::dragDropViewFileList(NSArray<NSString>* paths)
 void PhoneManager::changeAppearance(NSObject* /*sender*/)
 {
     const auto* const accent =
-        std::ranges::find(kAccents, _settings->text("color_border", ""), &Accent::color);
+        std::ranges::find(kAccents, _settings.text("color_border", ""), &Accent::color);
     const Accent& next =
         accent == kAccents.end() || accent + 1 == kAccents.end() ? kAccents.front() : *(accent + 1);
-    _settings->set("color_border", next.color);
-    _settings->set("color_background", next.color);
+    _settings.set("color_border", next.color);
+    _settings.set("color_background", next.color);
     applyColors(*_content);
-    _taskPanel->show(_settings->trouble().empty()
-                         ? localised("The buttons are in %s from now on.", {localised(next.name)})
-                         : _settings->trouble());
+    tell(_settings.trouble().empty() ? localised("The buttons are in %s from now on.", {localised(next.name)})
+                                     : _settings.trouble());
 }
 
 void PhoneManager::switchLanguage(NSObject* /*sender*/)
 {
     const Ref<NSString> key = text("Tavori");
     const Ref<NSUserDefaults> defaults = NSUserDefaults::standardUserDefaults();
-    const Ref<NSObject> language = defaults->objectForKey(key.get());
-    const auto* const now = std::ranges::find_if(
-        kLanguages, [&](const char* each) { return text(each)->isEqual(language.get()); });
-    const bool isLast = now == kLanguages.end() || now + 1 == kLanguages.end();
-    defaults->setObject_forKey(text(isLast ? kLanguages.front() : *(now + 1)).get(), key.get());
+    const bool isGerman = text("de")->isEqual(defaults->objectForKey(key.get()).get());
+    defaults->setObject_forKey(text(isGerman ? "en" : "de").get(), key.get());
 
-    const KindsView::Kind kind = _outline->selectedKind();
+    const KindsView::Kind kind = outline->selectedKind();
     build();
-    _outline->selectKind(kind);
+    outline->selectKind(kind);
     showPage();
     if (_tasks.empty()) {
-        _taskPanel->show(_settings->trouble());
+        tell(_settings.trouble());
     } else {
-        _taskPanel->show(*_tasks.front());
+        showTask();
     }
     if (_window) {
         _window->setTitle(_title);
@@ -359,11 +381,4 @@ void PhoneManager::openHelp(NSObject* sender)
 {
     const Ref<NSString> address = dynamic_cast<ZuToolButton&>(*sender).str_url();
     NSWorkspace::sharedWorkspace()->openURL(NSURL::URLWithString(address.get()).get());
-}
-
-void PhoneManager::windowDidResize(NSWindow* window)
-{
-    const NSSize size = window->contentSize();
-    _settings->set("window_width", static_cast<int>(size.width));
-    _settings->set("window_height", static_cast<int>(size.height));
 }

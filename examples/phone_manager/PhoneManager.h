@@ -7,29 +7,42 @@
 #include "PicturesPage.h"
 #include "Settings.h"
 #include "Task.h"
-#include "TaskPanel.h"
 
 #include <platform/appkit/NSWindow.h>
-#include <platform/foundation/NSObject.h>
 #include <window/DragDropView.h>
+#include <window/ZuBox.h>
 #include <window/ZuHyperlinkTextField.h>
+#include <window/ZuProgressView.h>
+#include <window/ZuSimpleButton.h>
 
 #include <deque>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <vector>
+
+class NSOpenPanel;
 
 /// The application: owns what the interface file describes and what it shows, takes the actions, and goes
 /// through the tasks, one after the other.
 class PhoneManager final : public NSObject, public NSWindowDelegate, public DragDropViewDeletegate
 {
 public:
-    PhoneManager();
+    // Outlets
+    Ref<KindsView> outline;
+    Ref<ContactsPage> contactsPage;
+    Ref<MessagesPage> messagesPage;
+    Ref<PicturesPage> picturesPage;
+    Ref<NSView> startPage; // in their place, as long as there is nothing on the phone
+    Ref<ZuHyperlinkTextField> sampleLink;
+    Ref<NSTextField> headline;
+    Ref<ZuBox> taskPanel; // shows how far a task has come, or how it ended and what went wrong
+    Ref<NSTextField> taskStatus;
+    Ref<ZuProgressView> taskProgress;
+    Ref<ZuSimpleButton> taskCancel;
 
     /// Opens the settings and builds the content, in the language that the standard user default "Tavori"
     /// names.
-    PhoneManager* initWithSettingsFile(const std::string& path);
+    explicit PhoneManager(const std::string& settingsFile);
 
     /// Shows the content in a window.
     void openWindow();
@@ -57,28 +70,10 @@ public:
     // What others tell.
     void dragDropViewFileList(NSArray<NSString>* paths) override;
     void windowDidResize(NSWindow* window) override;
-    void phoneDidChange(NSObject* sender);
-    void taskDidProceed(NSObject* sender);
+    /// Shows what has become of the phone.
+    void update();
 
-    // Outlets
-    Ref<KindsView> outline() const { return _outline; }
-    void setOutline(Ref<KindsView> view) { _outline = std::move(view); }
-    Ref<ContactsPage> contactsPage() const { return _contactsPage; }
-    void setContactsPage(Ref<ContactsPage> page) { _contactsPage = std::move(page); }
-    Ref<MessagesPage> messagesPage() const { return _messagesPage; }
-    void setMessagesPage(Ref<MessagesPage> page) { _messagesPage = std::move(page); }
-    Ref<PicturesPage> picturesPage() const { return _picturesPage; }
-    void setPicturesPage(Ref<PicturesPage> page) { _picturesPage = std::move(page); }
-    Ref<NSView> startPage() const { return _startPage; }
-    void setStartPage(Ref<NSView> page) { _startPage = std::move(page); }
-    Ref<ZuHyperlinkTextField> sampleLink() const { return _sampleLink; }
-    void setSampleLink(Ref<ZuHyperlinkTextField> link) { _sampleLink = std::move(link); }
-    Ref<NSTextField> headline() const { return _headline; }
-    void setHeadline(Ref<NSTextField> field) { _headline = std::move(field); }
-    Ref<TaskPanel> taskPanel() const { return _taskPanel; }
-    void setTaskPanel(Ref<TaskPanel> panel) { _taskPanel = std::move(panel); }
-
-    const ClassTable& classTable() const override;
+    const ClassTable& classTable() const override { return table; }
     static const ClassTable table;
 
 protected:
@@ -89,20 +84,16 @@ private:
     void applyColors(NSView& view);
     void showPage();
     void addTask(const Ref<Task>& task);
+    void taskDidProceed();
+    void showTask();
+    void tell(const std::string& sentences, bool ofRunningTask = false);
+    std::vector<std::filesystem::path> choose(NSOpenPanel& panel);
 
-    std::unique_ptr<Settings> _settings;
+    Settings _settings;
     Ref<Phone> _phone;
     std::deque<Ref<Task>> _tasks; // the first one runs, or has ended
     bool _isUpdateDue = false;    // what the running task has done will show
     Ref<NSString> _title;
     Ref<NSView> _content;
     Ref<NSWindow> _window;
-    Ref<KindsView> _outline;
-    Ref<ContactsPage> _contactsPage;
-    Ref<MessagesPage> _messagesPage;
-    Ref<PicturesPage> _picturesPage;
-    Ref<NSView> _startPage;
-    Ref<ZuHyperlinkTextField> _sampleLink;
-    Ref<NSTextField> _headline;
-    Ref<TaskPanel> _taskPanel;
 };

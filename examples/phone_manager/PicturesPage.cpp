@@ -1,21 +1,15 @@
 #include "PicturesPage.h"
 
-#include "Texts.h"
+#include "Resources.h"
 
-#include <platform/appkit/NSTableColumn.h>
 #include <platform/foundation/ClassTable.h>
-#include <platform/foundation/NSDate.h>
 #include <platform/graphics/NSImage.h>
-#include <util/FileUtil.h>
 #include <util/ImageUtil.h>
-#include <util/StringUtil.h>
-#include <util/SystemUtil.h>
 #include <window/ZuCenterTextFieldCell.h>
 #include <window/ZuImageCell.h>
 #include <window/ZuTableCheckImageCell.h>
 
 #include <array>
-#include <chrono>
 
 namespace
 {
@@ -26,40 +20,10 @@ constexpr std::array kSelectors{
     selector<&PicturesPage::makeNextThumbnail>("makeNextThumbnail"),
 };
 
-/// Its size, and when it was changed.
-std::string detailsOf(const std::filesystem::path& file)
-{
-    std::error_code error;
-    const auto written = std::filesystem::last_write_time(file, error);
-    if (error) {
-        return localised("The file is gone.");
-    }
-    const auto bytes = static_cast<std::uint64_t>(FileUtil::getFileSize(file.c_str()));
-    const std::chrono::duration<double> moment = std::chrono::file_clock::to_sys(written).time_since_epoch();
-    const Ref<NSString> date = SystemUtil::DateToString_withFormat(
-        NSDate::dateWithTimeIntervalSince1970(moment.count()).get(), text("d MMMM yyyy, HH:mm").get());
-    return FileUtil::QxGetFormatSizeFromBytes(bytes)->UTF8String() + ", " +
-           StringUtil::NilToEmpty(date.get())->UTF8String();
-}
-
 } // namespace
 
 constinit const ClassTable PicturesPage::table{
     "PicturesPage", &Page::table, {}, kSelectors, makeObject<PicturesPage>};
-
-const ClassTable& PicturesPage::classTable() const
-{
-    return table;
-}
-
-PicturesPage::PicturesPage() = default;
-
-PicturesPage::~PicturesPage() = default;
-
-bool* PicturesPage::checkOf(std::size_t record) const
-{
-    return &phone()->pictures()[record].isChecked;
-}
 
 void PicturesPage::tableView_willDisplayCell_forTableColumn_row(NSTableView* view, NSCell* cell,
                                                                 NSTableColumn* column, std::int64_t row)
@@ -89,7 +53,7 @@ void PicturesPage::makeNextThumbnail()
     if (picture) {
         const NSSize size = ImageUtil::getEqualScaleImageSize_imageSize(kThumbnailSize, picture->size());
         _thumbnails[_wanted.front()] = ImageUtil::resizeImage_size(picture.get(), size);
-        tableView()->setNeedsDisplay();
+        tableView->setNeedsDisplay();
     }
     _wanted.pop_front();
     if (!_wanted.empty()) {

@@ -11,21 +11,17 @@
 class PicturesPage final : public Page
 {
 public:
-    PicturesPage();
-
     void tableView_willDisplayCell_forTableColumn_row(NSTableView* view, NSCell* cell, NSTableColumn* column,
                                                       std::int64_t row) override;
 
     /// Sent by the event loop.
     void makeNextThumbnail();
 
-    const ClassTable& classTable() const override;
+    const ClassTable& classTable() const override { return table; }
     static const ClassTable table;
 
 protected:
-    ~PicturesPage() override;
-
-    bool* checkOf(std::size_t record) const override;
+    bool* checkOf(std::size_t record) const override { return &phone()->pictures()[record].isChecked; }
     std::size_t recordCount() const override { return phone()->pictures().size(); }
     const char* statusKey() const override { return "%s of %s pictures checked"; }
 

@@ -1,8 +1,7 @@
 #include "RecordReader.h"
 
 #include "Phone.h"
-#include "Task.h"
-#include "Texts.h"
+#include "Resources.h"
 
 #include <algorithm>
 #include <array>
@@ -46,28 +45,31 @@ bool RecordReader::next(Phone& phone, std::vector<std::string>& faults)
         faults.push_back(localised("“%s”: The character set “%s” is not known.", {_name, _file.charset()}));
         return false;
     }
-    if (!_csv.next(_record)) {
-        if (_file.hasFailed()) {
-            faults.push_back(localised("“%s” cannot be read to its end.", {_name}));
-        } else if (_columns.empty()) {
-            report(1, worded("The names of the columns are missing."), faults);
-        }
+    const bool isFirst = _columns.empty();
+    const bool isEnd = !_csv.next(_record);
+    std::string problem;
+    if (isEnd && _file.hasFailed()) {
+        faults.push_back(localised("“%s” cannot be read to its end.", {_name}));
         return false;
     }
-    const bool isFirst = _columns.empty();
-    std::string problem;
-    if (_record.fault != nullptr) {
-        problem = worded(_record.fault);
+    if (isEnd && isFirst) {
+        _record.line = 1;
+        problem = localised("The names of the columns are missing.");
+    } else if (isEnd) {
+        return false;
+    } else if (_record.fault != nullptr) {
+        problem = localised(_record.fault);
     } else if (!_record.fields.empty()) {
         problem = isFirst ? takeColumns() : addRecord(phone);
     }
-    if (!problem.empty() && _faultyLine != _record.line) {
-        report(_record.line, problem, faults);
-        _faultyLine = _record.line;
-    } else if (_record.lossyLine != 0) {
-        report(_record.lossyLine, worded("Some bytes are no characters in “%s”.", {_file.charset()}), faults);
+    const bool goesOn = problem.empty() || !isFirst; // without columns nothing can be read
+    if (problem.empty() && _record.isLossy) {
+        problem = localised("Some bytes are no characters in “%s”.", {_file.charset()});
     }
-    return problem.empty() || !isFirst; // without columns nothing can be read
+    if (!problem.empty() && std::exchange(_faultyLine, _record.line) != _record.line) {
+        faults.push_back(localised("“%s”, line %s: %s", {_name, std::to_string(_record.line), problem}));
+    }
+    return goesOn;
 }
 
 /// Returns what is wrong, or nothing.
@@ -79,21 +81,21 @@ std::string RecordReader::takeColumns()
     }
     _hasMessages = _columns.contains("kind") || _columns.contains("text");
     if (!_hasMessages && !_columns.contains("name")) {
-        return worded("These are no columns of contacts or messages.");
+        return localised("These are no columns of contacts or messages.");
     }
     const std::vector<std::string> needed = _hasMessages ? std::vector<std::string>{"kind", "number", "text"}
                                                          : std::vector<std::string>{"name", "number"};
     const auto missing =
         std::ranges::find_if(needed, [&](const auto& name) { return !_columns.contains(name); });
-    return missing == needed.end() ? "" : worded("The column “%s” is missing.", {*missing});
+    return missing == needed.end() ? "" : localised("The column “%s” is missing.", {*missing});
 }
 
 /// Returns what is wrong, or nothing.
 std::string RecordReader::addRecord(Phone& phone)
 {
     if (_record.fields.size() != _columnCount) {
-        return worded("There are %s fields in %s columns.",
-                      {std::to_string(_record.fields.size()), std::to_string(_columnCount)});
+        return localised("There are %s fields in %s columns.",
+                         {std::to_string(_record.fields.size()), std::to_string(_columnCount)});
     }
     if (!_hasMessages) {
         phone.contacts().push_back({.name = value("name"),
@@ -104,9 +106,9 @@ std::string RecordReader::addRecord(Phone& phone)
         return "";
     }
     const std::string kind = value("kind");
-    const auto name = std::ranges::find(Message::kKindNames, normalised(kind));
+    const auto* const name = std::ranges::find(Message::kKindNames, normalised(kind), normalised);
     if (name == Message::kKindNames.end()) {
-        return worded("“%s” is no kind of message.", {kind});
+        return localised("“%s” is no kind of message.", {kind});
     }
     phone.messages().push_back({.kind = static_cast<Message::Kind>(name - Message::kKindNames.begin()),
                                 .name = value("name"),
@@ -121,17 +123,4 @@ std::string RecordReader::value(const char* column)
 {
     const auto place = _columns.find(column);
     return place == _columns.end() ? "" : std::move(_record.fields[place->second]);
-}
-
-/// A text in the user's language; once there are more faults than are kept, only the key, since looking
-/// texts up takes longer than reading.
-std::string RecordReader::worded(const char* key, std::initializer_list<std::string> values) const
-{
-    return _faultCount < Task::kMostFaults ? localised(key, values) : key;
-}
-
-void RecordReader::report(std::size_t line, const std::string& problem, std::vector<std::string>& faults)
-{
-    faults.push_back(worded("“%s”, line %s: %s", {_name, std::to_string(line), problem}));
-    ++_faultCount;
 }

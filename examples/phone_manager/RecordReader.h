@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <initializer_list>
 #include <map>
 #include <string>
 #include <vector>
@@ -33,17 +32,15 @@ public:
     RecordReader(const std::filesystem::path& file, const std::string& charset);
 
     /// Adds the next record to the phone, or appends to `faults` what is wrong with it: sentences in the
-    /// user's language with file and line, for the first `Task::kMostFaults` of the file. False in the end.
+    /// user's language with file and line. False in the end.
     bool next(Phone& phone, std::vector<std::string>& faults);
 
-    std::uint64_t bytesRead() const { return _file.bytesRead(); }
+    std::uint64_t bytesRead() const { return _csv.bytesRead(); }
 
 private:
     std::string takeColumns();
     std::string addRecord(Phone& phone);
     std::string value(const char* column);
-    std::string worded(const char* key, std::initializer_list<std::string> values = {}) const;
-    void report(std::size_t line, const std::string& problem, std::vector<std::string>& faults);
 
     std::string _name;
     TextFile _file;
@@ -53,5 +50,4 @@ private:
     std::size_t _columnCount = 0;
     bool _hasMessages = false;
     std::size_t _faultyLine = 0; // the last one that was
-    std::size_t _faultCount = 0;
 };

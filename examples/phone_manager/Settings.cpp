@@ -1,6 +1,6 @@
 #include "Settings.h"
 
-#include "Texts.h"
+#include "Resources.h"
 
 #include <basic/bas_user_defaults.h>
 #include <platform/graphics/NSColor.h>

@@ -1,23 +1,21 @@
 #include "Snapshots.h"
 
 #include "PhoneManager.h"
-#include "Texts.h"
+#include "Resources.h"
 
 #include <platform/appkit/NSApplication.h>
-#include <platform/appkit/NSEvent.h>
-#include <platform/foundation/NSBundle.h>
 #include <platform/foundation/NSIndexSet.h>
 #include <platform/foundation/NSNumber.h>
 #include <platform/foundation/NSUserDefaults.h>
 #include <platform/graphics/NSImage.h>
-#include <window/ZuOutlineItem.h>
-#include <window/ZuToolButton.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <string>
 #include <utility>
+
+namespace fs = std::filesystem;
 
 namespace
 {
@@ -26,7 +24,7 @@ namespace
 class Photographer
 {
 public:
-    explicit Photographer(std::filesystem::path folder) : _folder(std::move(folder)) {}
+    explicit Photographer(fs::path folder) : _folder(std::move(folder)) {}
 
     bool hasFailed() const { return _hasFailed; }
 
@@ -34,8 +32,10 @@ public:
     {
         constexpr double kPixelsPerPoint = 2.0;
         manager.content()->imageOfBounds(kPixelsPerPoint); // asks for small pictures, which come later
-        settle();
-        const std::filesystem::path file = _folder / (std::string(name) + ".png");
+        for (int turn = 0; turn < 10; ++turn) {
+            NSApplication::sharedApplication()->handlePendingEvents();
+        }
+        const fs::path file = _folder / (std::string(name) + ".png");
         const Ref<NSImage> picture = manager.content()->imageOfBounds(kPixelsPerPoint);
         if (picture && picture->writePNGToFile(file.string())) {
             std::printf("%s\n", file.c_str());
@@ -46,36 +46,15 @@ public:
     }
 
 private:
-    static void settle()
-    {
-        for (int turn = 0; turn < 10; ++turn) {
-            NSApplication::sharedApplication()->handlePendingEvents();
-        }
-    }
-
-    std::filesystem::path _folder;
+    fs::path _folder;
     bool _hasFailed = false;
 };
 
-Ref<NSEvent> pointer(const NSView& view, NSEventType type, NSPoint point)
+void check(Page& page, std::int64_t row)
 {
-    return NSEvent::mouseEventWithType_location_window(type, view.convertPoint_toView(point, nullptr),
-                                                       nullptr);
-}
-
-/// Clicks on the check of a row.
-void clickCheck(NSTableView& view, std::int64_t row)
-{
-    constexpr double kInImage = 12.0;
-    const NSRect cell = view.frameOfCellAtColumn_row(0, row);
-    const NSPoint point{cell.origin.x + kInImage, cell.origin.y + cell.size.height * 0.5};
-    view.mouseDown(pointer(view, NSEventType::LeftMouseDown, point).get());
-    view.mouseUp(pointer(view, NSEventType::LeftMouseUp, point).get());
-}
-
-void select(NSTableView& view, std::size_t row)
-{
-    view.selectRowIndexes_byExtendingSelection(NSIndexSet::indexSetWithIndex(row).get(), false);
+    if (row < page.tableView->numberOfRows()) {
+        page.setCheckItem(NSNumber::numberWithInteger(row).get());
+    }
 }
 
 void finishTask(const PhoneManager& manager)
@@ -87,45 +66,40 @@ void finishTask(const PhoneManager& manager)
 
 void open(PhoneManager& manager, KindsView::Kind kind)
 {
-    manager.outline()->selectKind(kind);
+    manager.outline->selectKind(kind);
     manager.openKind(nullptr);
 }
 
-void walk(Photographer& photographer, std::vector<std::filesystem::path> files,
-          const std::filesystem::path& work)
+void walk(Photographer& photographer, const std::vector<fs::path>& files, const fs::path& work)
 {
     const std::string settings = (work / "settings.json").string();
-    const Ref<PhoneManager> manager = make<PhoneManager>()->initWithSettingsFile(settings);
+    const Ref<PhoneManager> manager = make<PhoneManager>(settings);
     photographer.take(*manager, "start");
     if (files.empty()) {
         manager->importSample(nullptr);
     } else {
-        manager->importFiles(std::move(files));
+        manager->importFiles(files);
     }
     photographer.take(*manager, "import");
     finishTask(*manager);
 
     open(*manager, KindsView::Kind::Contacts);
-    NSTableView& contacts = *manager->contactsPage()->tableView();
-    for (std::int64_t row = 0; row < contacts.numberOfRows() && row < 8; row += 2) {
-        clickCheck(contacts, row);
+    for (const std::int64_t row : {0, 2, 4, 6}) {
+        check(*manager->contactsPage, row);
     }
     photographer.take(*manager, "contacts");
 
     open(*manager, KindsView::Kind::Messages);
-    NSTableView& messages = *manager->messagesPage()->tableView();
-    for (std::int64_t row = 0; row < messages.numberOfRows() && row < 3; ++row) {
-        clickCheck(messages, row);
+    for (const std::int64_t row : {0, 1, 2}) {
+        check(*manager->messagesPage, row);
     }
-    if (messages.numberOfRows() > 4) {
-        select(messages, 4);
-    }
-    KindsView& outline = *manager->outline();
-    outline.expandItem(outline.itemAtRow(1).get());
+    manager->messagesPage->tableView->selectRowIndexes_byExtendingSelection(
+        NSIndexSet::indexSetWithIndex(4).get(), false);
+    manager->outline->expandItem(manager->outline->itemAtRow(1).get());
     photographer.take(*manager, "messages");
 
     open(*manager, KindsView::Kind::Pictures);
-    manager->picturesPage()->setHeaderCheckItem(NSNumber::numberWithInteger(1).get());
+    manager->picturesPage->setHeaderCheckItem(NSNumber::numberWithInteger(1).get());
     photographer.take(*manager, "pictures");
 
     manager->exportTo(work);
@@ -133,8 +107,6 @@ void walk(Photographer& photographer, std::vector<std::filesystem::path> files,
     photographer.take(*manager, "export");
 
     std::ofstream(work / "broken.csv") << "name,number\nAnna,1\n\"Ben\" Okafor,2\nClara,3\n";
-    manager->importFiles({work / "broken.csv", work / "none such.csv"});
-    finishTask(*manager);
     open(*manager, KindsView::Kind::Contacts);
     manager->changeAppearance(nullptr);
     manager->importFiles({work / "broken.csv", work / "none such.csv"});
@@ -145,25 +117,24 @@ void walk(Photographer& photographer, std::vector<std::filesystem::path> files,
     photographer.take(*manager, "german");
 
     std::ofstream(settings) << "{ \"color_border\": \"32,186,";
-    photographer.take(*Ref<PhoneManager>(make<PhoneManager>()->initWithSettingsFile(settings)),
-                      "broken-settings");
+    photographer.take(*make<PhoneManager>(settings), "broken-settings");
 }
 
 } // namespace
 
-bool writeSnapshots(const std::filesystem::path& folder, std::vector<std::filesystem::path> files)
+bool writeSnapshots(const fs::path& folder, const std::vector<fs::path>& files)
 {
-    std::string work = (std::filesystem::temp_directory_path() / "phone_manager-XXXXXX").string();
+    std::string work = (fs::temp_directory_path() / "phone_manager-XXXXXX").string();
     if (mkdtemp(work.data()) == nullptr) {
         std::perror(work.c_str());
         return false;
     }
     std::error_code error; // shows with the first picture
-    std::filesystem::create_directories(folder, error);
+    fs::create_directories(folder, error);
     NSUserDefaults::setStandardDomain(text(work + "/defaults.ini").get());
     NSUserDefaults::standardUserDefaults()->setObject_forKey(text("en").get(), text("Tavori").get());
     Photographer photographer(folder);
-    walk(photographer, std::move(files), work);
-    std::filesystem::remove_all(work, error);
+    walk(photographer, files, work);
+    fs::remove_all(work, error);
     return !photographer.hasFailed();
 }

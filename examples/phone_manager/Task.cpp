@@ -16,20 +16,7 @@ constexpr std::array kSelectors{selector<&Task::proceed>(kProceed.name)};
 
 constinit const ClassTable Task::table{"Task", &NSObject::table, {}, kSelectors};
 
-const ClassTable& Task::classTable() const
-{
-    return table;
-}
-
 Task::Task() : _identifier(SystemUtil::getTaskId()) {}
-
-Task::~Task() = default;
-
-void Task::setTarget_action(NSObject* target, SEL action)
-{
-    _target = target;
-    _action = action;
-}
 
 void Task::start()
 {
@@ -73,9 +60,9 @@ void Task::addFault(std::string sentence)
     }
 }
 
-void Task::report()
+void Task::report() const
 {
-    if (const Ref<NSObject> target = _target.get()) {
-        target->performSelector_withObject(_action, this);
+    if (_observer) {
+        _observer();
     }
 }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <platform/foundation/NSObject.h>
-#include <platform/foundation/Weak.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,6 +20,9 @@ public:
 
     Task();
 
+    /// Is called after each slice, and when the task is cancelled. Default nothing.
+    void setObserver(std::function<void()> observer) { _observer = std::move(observer); }
+
     void start();
     /// Ends a task that is running. What it has done stays.
     void cancel();
@@ -28,10 +31,6 @@ public:
     std::int64_t identifier() const { return _identifier; }
     /// From 0 to 1.
     virtual double progress() const = 0;
-
-    /// Sends `action` to `target` (not retained), with this object, after each slice and when it is
-    /// cancelled. Default none.
-    void setTarget_action(NSObject* target, SEL action);
 
     /// What went wrong, in sentences in the user's language. All else was done.
     const std::vector<std::string>& faults() const { return _faults; }
@@ -42,12 +41,10 @@ public:
     /// Sent by the event loop.
     void proceed();
 
-    const ClassTable& classTable() const override;
+    const ClassTable& classTable() const override { return table; }
     static const ClassTable table;
 
 protected:
-    ~Task() override;
-
     /// Called before the first slice.
     virtual void begin() = 0;
     /// Does a slice and returns whether there is more to do. What takes long ends it: some hundred
@@ -59,12 +56,11 @@ protected:
     void addFault(std::string sentence);
 
 private:
-    void report();
+    void report() const;
 
     State _state = State::Idle;
     std::int64_t _identifier;
     std::vector<std::string> _faults;
     std::size_t _faultCount = 0;
-    Weak<NSObject> _target;
-    SEL _action;
+    std::function<void()> _observer;
 };

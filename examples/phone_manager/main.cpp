@@ -7,8 +7,8 @@
 
 #include "Headless.h"
 #include "PhoneManager.h"
+#include "Resources.h"
 #include "Snapshots.h"
-#include "Texts.h"
 
 #include <platform/appkit/NSApplication.h>
 #include <platform/foundation/NSLocale.h>
@@ -72,8 +72,7 @@ int main(int argc, char** argv)
         return EXIT_FAILURE;
     }
     chooseLanguage();
-    const Ref<PhoneManager> manager =
-        make<PhoneManager>()->initWithSettingsFile(hasSettings ? arguments[1] : Settings::userFile());
+    const Ref<PhoneManager> manager = make<PhoneManager>(hasSettings ? arguments[1] : Settings::userFile());
     manager->openWindow();
     if (!files.empty()) {
         manager->importFiles(files);

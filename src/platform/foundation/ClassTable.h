@@ -117,6 +117,23 @@ struct Property<Getter, Setter> {
     }
 };
 
+template <auto Member> struct Outlet;
+
+template <class Class, class T, T Class::*Member> struct Outlet<Member> {
+    static Ref<NSObject> get(const NSObject& object)
+    {
+        return Boxing<T>::box(static_cast<const Class&>(object).*Member);
+    }
+    static bool set(NSObject& object, NSObject* value)
+    {
+        auto unboxed = Boxing<T>::unbox(value);
+        if (unboxed) {
+            static_cast<Class&>(object).*Member = std::move(*unboxed);
+        }
+        return unboxed.has_value();
+    }
+};
+
 template <auto Method> struct Selector;
 
 template <class Class, void (Class::*Method)()> struct Selector<Method> {
@@ -137,6 +154,13 @@ template <auto Getter, auto Setter> constexpr PropertyEntry property(std::string
 {
     using Access = class_table_detail::Property<Getter, Setter>;
     return {name, &Access::get, &Access::set, Access::kTakesAnyObject};
+}
+
+/// An entry for the data member `Member`, which an interface file sets: an outlet of the application's.
+template <auto Member> constexpr PropertyEntry outlet(std::string_view name)
+{
+    using Access = class_table_detail::Outlet<Member>;
+    return {name, &Access::get, &Access::set};
 }
 
 /// An entry for `Method`, a member function without result that takes nothing or an `NSObject*`.

@@ -13,8 +13,8 @@ namespace
 
 using namespace std::string_literals;
 
-/// The records of a file, each as "line|field|field" or "line: what is wrong", with "!" and a number behind
-/// it where bytes of that line are no characters.
+/// The records of a file, each as "line|field|field" or "line: what is wrong", with "!" behind it where bytes
+/// are no characters.
 std::vector<std::string> recordsOf(const std::string& content, const std::string& charset = "UTF-8")
 {
     const TemporaryFolder folder;
@@ -28,10 +28,10 @@ std::vector<std::string> recordsOf(const std::string& content, const std::string
             text += '|' + field;
         }
         text += record.fault == nullptr ? "" : ": "s + record.fault;
-        text += record.lossyLine == 0 ? "" : '!' + std::to_string(record.lossyLine);
+        text += record.isLossy ? "!" : "";
         records.push_back(text);
     }
-    EXPECT_TRUE(file.bytesRead() == content.size() || !file.knowsCharset()) << content.substr(0, 60);
+    EXPECT_TRUE(reader.bytesRead() == content.size() || !file.knowsCharset()) << content.substr(0, 60);
     return records;
 }
 
@@ -93,16 +93,18 @@ TEST(CsvTest, ReadsInTheCharacterSetOfTheFile)
          "UTF-8",
          {"1|\u00e4|\U0001f600", "2|\u0a0d", "3|\u0d0a", "4|\n"}},
         {utf16(u"\ufeff\u00e4\r\nb\rc\n", false), "UTF-8", {"1|\u00e4", "2|b", "3|c"}},
-        {utf16(u"a\nb", true) + "x", "UTF-16LE", {"1|a", "2|b\ufffd!2"}},
+        {utf16(u"a\nb", true) + "x", "UTF-16LE", {"1|a", "2|b\ufffd!"}},
         {utf16(u"a\r\nb", false), "utf-16", {"1|a", "2|b"}},
-        {"# text/csv; charset=\"windows-1252\"\r\n\xE4;\x80\n\n", "UTF-8", {"2|\u00e4|\u20ac", "3"}},
-        {"#Charset = 'Shift_JIS'; header=present\r\x93\xFA\n\"\x95\x5C\"", "UTF-8", {"2|\u65e5", "3|\u8868"}},
-        {"#charset=latin1 " + std::string(300, 'x') + "\n\xE4", "UTF-8", {"2|\u00e4"}},
+        {"# text/csv; charset=\"windows-1252\"\r\n\xE4;\x80\n\n", "UTF-8", {"1", "2|\u00e4|\u20ac", "3"}},
+        {"#Charset = 'Shift_JIS'; header=present\r\x93\xFA\n\"\x95\x5C\"",
+         "UTF-8",
+         {"1", "2|\u65e5", "3|\u8868"}},
+        {"#charset=latin1 " + std::string(300, 'x') + "\n\xE4", "UTF-8", {"1", "2|\u00e4"}},
         {"#charset=none such\na", "UTF-8", {}},
         {"# charset:latin1\na", "UTF-8", {"1|# charset:latin1", "2|a"}},
         {"\xE4", "ISO-8859-15", {"1|\u00e4"}},
-        {"a\n\xE4,\"b\nc\xFF\n\"\n\ufffd", "UTF-8", {"1|a", "2|\ufffd|b\nc\ufffd\n!2", "5|\ufffd"}},
-        {"a,\"\n\xFF\"\nb,\"\n\xFF\n", "UTF-8", {"1|a|\n\ufffd!2", "3"s + kNotClosed, "4|\ufffd!4"}},
+        {"a\n\xE4,\"b\nc\xFF\n\"\n\ufffd", "UTF-8", {"1|a", "2|\ufffd|b\nc\ufffd\n!", "5|\ufffd!"}},
+        {"a,\"\n\xFF\"\nb,\"\n\xFF\n", "UTF-8", {"1|a|\n\ufffd!", "3"s + kNotClosed, "4|\ufffd!"}},
         {"a\n\xEF\xBB\xBFx", "UTF-8", {"1|a", "2|\ufeffx"}},
     };
     for (const auto& [content, charset, expected] : cases) {
@@ -115,7 +117,7 @@ TEST(CsvTest, ReadsInTheCharacterSetOfTheFile)
 
 TEST(CsvTest, LeavesOutWhatIsTooLong)
 {
-    constexpr std::size_t kLongest = TextFile::kLongestLine;
+    constexpr std::size_t kLongest = CsvReader::kLongestRecord;
     const std::string most(kLongest - 2, 'x');
     EXPECT_EQ(recordsOf(most + "\r\na\n" + most + "\n"), (std::vector{"1|" + most, "2|a"s, "3|" + most}));
     const std::vector<std::string> cut = {"1|a", "2"s + kTooLong, "2"s + kTooLong, "3|b"};

@@ -1,7 +1,5 @@
 #include "phone_manager/ExportTask.h"
 #include "phone_manager/RecordReader.h"
-
-#include "phone_manager/RecordReader.h"
 #include "platform/appkit/NSApplication.h"
 #include "support/Drawing.h"
 #include "support/TemporaryFolder.h"
@@ -136,14 +134,13 @@ TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
     const std::set<std::string> expected = {"contacts.csv",
                                             "messages.csv",
                                             "index.html",
-                                            "pictures",
                                             "thumbnails",
-                                            "pictures/x #1.y.png",
-                                            "pictures/x #1.y(1).png",
-                                            "pictures/long",
-                                            "pictures/picture",
-                                            "pictures/file.png",
-                                            "pictures/link.png",
+                                            "x #1.y.png",
+                                            "x #1.y(1).png",
+                                            "long",
+                                            "picture",
+                                            "file.png",
+                                            "link.png",
                                             "thumbnails/x #1.y.png.png",
                                             "thumbnails/x #1.y(1).png.png",
                                             "thumbnails/long.png",
@@ -151,12 +148,12 @@ TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
                                             "thumbnails/file.png.png",
                                             "thumbnails/link.png.png"};
     EXPECT_EQ(filesIn("a.b/out(1)"), expected);
-    EXPECT_FALSE(fs::is_symlink(task->folder() / "pictures/link.png"));
+    EXPECT_FALSE(fs::is_symlink(task->folder() / "link.png"));
     EXPECT_EQ(task->faults(), std::vector<std::string>{"“gone.png” cannot be copied."});
     EXPECT_EQ(task->summary(),
               "In “" + task->folder().string() + "” are contacts: 1, messages: 1, pictures: 6.");
     EXPECT_EQ(folder.read("a.b/out(1)/contacts.csv"),
-              "\uFEFFname,group,number,email\r\n\"Zoë <1> & \"\"2\"\"\",Work,1,z@a.b\r\n");
+              "\uFEFFName,Group,Number,Email\r\n\"Zoë <1> & \"\"2\"\"\",Work,1,z@a.b\r\n");
     const Ref<NSImage> thumbnail = make<NSImage>()->initWithContentsOfFile(
         text((task->folder() / "thumbnails/x #1.y.png.png").c_str()).get());
     EXPECT_EQ(thumbnail->size(), (NSSize{160.0, 80.0}));
@@ -165,8 +162,8 @@ TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
     for (const char* part :
          {"<tr><td>Zoë &lt;1&gt; &amp; &quot;2&quot;</td><td>Work</td><td>1</td><td>z@a.b</td></tr>",
           "<tr><td>Failed</td><td>Zoë</td><td>1</td><td>2026-04-03 12:30:45</td><td>a\n&lt;/td&gt;</td></tr>",
-          "<figure><a href=\"pictures/x%20%231.y%281%29.png\"><img "
-          "src=\"thumbnails/x%20%231.y%281%29.png.png\" alt=\"x #1.y(1).png\"><br>x "
+          "<figure><a href=\"./x%20%231.y(1).png\"><img "
+          "src=\"thumbnails/x%20%231.y(1).png.png\" alt=\"x #1.y(1).png\"><br>x "
           "#1.y(1).png</a><figcaption>"}) {
         EXPECT_NE(page.find(part), std::string::npos) << part;
     }
@@ -175,19 +172,19 @@ TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
     EXPECT_EQ(utf8(FileUtil::getHtmlCharset(text((task->folder() / "index.html").c_str()).get())), "utf-8");
 }
 
-TEST_F(ExportTaskTest, LeavesNothingHalfWritten)
+TEST_F(ExportTaskTest, LeavesNothingOfWhatIsCancelled)
 {
     phone->contacts() = {{"Zoë", "", "1", false, true}};
     phone->messages().assign(5000, {Message::Kind::Sent, "Zoë", "1", "text", "", true});
     const Ref<ExportTask> task = start();
-    while (!fs::exists(task->folder() / "messages.csv.part")) {
+    while (!fs::exists(task->folder() / "messages.csv")) {
         ASSERT_EQ(task->state(), Task::State::Running);
         NSApplication::sharedApplication()->handlePendingEvents();
     }
     task->cancel();
-    EXPECT_EQ(filesIn("out"), std::set<std::string>{"contacts.csv"});
-    EXPECT_EQ(task->summary(), "The export was cancelled. In “" + task->folder().string() +
-                                   "” are contacts: 1, messages: 0, pictures: 0.");
+    EXPECT_FALSE(fs::exists(task->folder()));
+    EXPECT_EQ(task->summary(), "The export was cancelled.");
+    EXPECT_EQ(start()->folder(), folder.path() / "out");
 
     folder.write("file", "");
     for (const char* name : {"file", "file/inside"}) {

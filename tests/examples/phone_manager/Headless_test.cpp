@@ -46,9 +46,9 @@ TEST_F(HeadlessTest, ExportsWhatItImports)
     EXPECT_EQ(output, "Imported contacts: 2, messages: 1, pictures: 0.\n"
                       "In “to/here” are contacts: 1, messages: 1, pictures: 0.\n");
     EXPECT_EQ(errors, "");
-    EXPECT_EQ(folder.read("to/here/contacts.csv"), "\uFEFFname,group,number,email\r\nMüller,,1,\r\n");
+    EXPECT_EQ(folder.read("to/here/contacts.csv"), "\uFEFFName,Group,Number,Email\r\nMüller,,1,\r\n");
     EXPECT_EQ(folder.read("to/here/messages.csv"),
-              "\uFEFFkind,name,number,date,text\r\nsent,,1,,\"a\nb\"\r\n");
+              "\uFEFFKind,Name,Number,Date,Text\r\nSent,,1,,\"a\nb\"\r\n");
 
     EXPECT_EQ(run("--export to/here --import m.csv c.csv none.csv", "de_DE.UTF-8"), 1);
     EXPECT_EQ(output, "Importierte Kontakte: 2, Nachrichten: 1, Bilder: 0.\n"

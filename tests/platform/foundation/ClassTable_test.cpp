@@ -7,10 +7,36 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 
 namespace
 {
+
+class Controller final : public NSObject
+{
+public:
+    Ref<NSColor> color;
+    double width = 1.0;
+
+    const ClassTable& classTable() const override { return table; }
+    static const ClassTable table;
+};
+
+constexpr std::array kOutlets{outlet<&Controller::color>("color"), outlet<&Controller::width>("width")};
+constinit const ClassTable Controller::table{"Controller", &NSObject::table, kOutlets, {}};
+
+TEST(ClassTableTest, ReachesOutlets)
+{
+    const Ref<Controller> controller = make<Controller>();
+    EXPECT_TRUE(controller->setValue_forKey(NSColor::grayColor().get(), "color"));
+    EXPECT_TRUE(controller->setValue_forKey(NSNumber::numberWithDouble(2.5).get(), "width"));
+    EXPECT_FALSE(controller->setValue_forKey(text("grey").get(), "color"));
+    EXPECT_FALSE(controller->setValue_forKey(nullptr, "width"));
+    EXPECT_EQ(controller->valueForKey("color"), controller->color);
+    EXPECT_EQ(controller->color->description(), NSColor::grayColor()->description());
+    EXPECT_EQ(controller->width, 2.5);
+}
 
 TEST(ClassTableTest, ReportsAMethodThatIsMissing)
 {

@@ -1,0 +1,75 @@
+#include "Resources.h"
+
+#include <platform/foundation/NSBundle.h>
+#include <platform/foundation/NSDate.h>
+#include <platform/graphics/NSImage.h>
+#include <util/FileUtil.h>
+#include <util/StringUtil.h>
+#include <util/SystemUtil.h>
+
+#include <chrono>
+#include <map>
+#include <string_view>
+
+Ref<NSString> text(const std::string& utf8)
+{
+    return NSString::stringWithUTF8String(utf8.c_str());
+}
+
+std::string localised(const std::string& key, std::initializer_list<std::string> values)
+{
+    constexpr std::string_view kPlace = "%s";
+    std::string result = StringUtil::CustomLocalizedString_withTable(text(key).get(), nullptr)->UTF8String();
+    std::size_t place = 0;
+    for (const std::string& value : values) {
+        place = result.find(kPlace, place);
+        if (place == std::string::npos) {
+            break;
+        }
+        result.replace(place, kPlace.size(), value);
+        place += value.size();
+    }
+    return result;
+}
+
+std::string shownName(const std::string& name)
+{
+    return text(name) ? name : localised("a file whose name is no text");
+}
+
+std::string shownDate(double moment)
+{
+    const Ref<NSString> date = SystemUtil::DateToString_withFormat(
+        NSDate::dateWithTimeIntervalSince1970(moment).get(), text(localised("d MMMM yyyy, HH:mm")).get());
+    return StringUtil::NilToEmpty(date.get())->UTF8String();
+}
+
+std::string detailsOf(const std::filesystem::path& file)
+{
+    std::error_code error;
+    const auto written = std::filesystem::last_write_time(file, error);
+    if (error) {
+        return localised("The file is gone.");
+    }
+    const auto bytes = static_cast<std::uint64_t>(FileUtil::getFileSize(file.c_str()));
+    const std::chrono::duration<double> moment = std::chrono::file_clock::to_sys(written).time_since_epoch();
+    return FileUtil::QxGetFormatSizeFromBytes(bytes)->UTF8String() + ", " + shownDate(moment.count());
+}
+
+Ref<NSImage> icon(const std::string& name)
+{
+    static std::map<std::string, Ref<NSImage>> icons;
+    const auto [kept, isNew] = icons.try_emplace(name);
+    if (isNew && !name.empty()) {
+        const Ref<NSBundle> bundle = NSBundle::mainBundle();
+        const Ref<NSString> png = text("png");
+        const Ref<NSString> path = bundle->pathForResource_ofType(text(name).get(), png.get());
+        const Ref<NSString> sharp = bundle->pathForResource_ofType(text(name + "@2x").get(), png.get());
+        kept->second = path ? make<NSImage>()->initByReferencingFile(path.get())
+                            : make<NSImage>()->initWithContentsOfFile(sharp.get());
+        if (kept->second) {
+            kept->second->setName(name);
+        }
+    }
+    return kept->second;
+}
