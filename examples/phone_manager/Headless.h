@@ -1,17 +1,14 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
-/// How the program is called without a window.
-inline constexpr const char* kHeadlessUsage = "phone_manager --import FILE... --export DIR [--charset NAME]";
-
-/// Whether the arguments mean that.
-bool isHeadless(const std::vector<std::string>& arguments);
-
-/// Imports files and exports all that they hold, without a window or a display. What was done goes to the
-/// standard output, what went wrong to standard error.
+/// Imports files and exports all that they hold to a new folder, without a window or a display. What was done
+/// goes to the standard output, what went wrong to standard error. The character set is that of tables which
+/// do not tell theirs.
 ///
 /// Returns the exit code: 0 if all is fine, 1 if something could not be read or written while the rest was,
-/// and 2, with nothing done, for wrong arguments.
-int runHeadless(const std::vector<std::string>& arguments);
+/// and 2, with nothing done, for an unknown character set.
+int runHeadless(const std::vector<std::filesystem::path>& files, const std::filesystem::path& folder,
+                const std::string& charset);

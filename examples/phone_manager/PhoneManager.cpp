@@ -1,5 +1,6 @@
 #include "PhoneManager.h"
 
+#include "DropArea.h"
 #include "ExportTask.h"
 #include "HeaderCell.h"
 #include "ImportTask.h"
@@ -40,8 +41,9 @@ constexpr std::size_t kMostFaults = 3;      // that show
 constexpr NSSize kWindowSize{960.0, 640.0}; // where there is none in the settings
 constexpr NSSize kSmallestWindow{760.0, 480.0};
 
-constexpr std::array<const ClassTable*, 5> kClasses{
-    &KindsView::table, &ContactsPage::table, &MessagesPage::table, &PicturesPage::table, &HeaderCell::table};
+constexpr std::array<const ClassTable*, 6> kClasses{&DropArea::table,     &KindsView::table,
+                                                    &ContactsPage::table, &MessagesPage::table,
+                                                    &PicturesPage::table, &HeaderCell::table};
 
 constexpr std::array kProperties{
     outlet<&PhoneManager::outline>("outline"),           outlet<&PhoneManager::contactsPage>("contactsPage"),
