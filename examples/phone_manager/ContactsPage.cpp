@@ -38,14 +38,24 @@ std::size_t ContactsPage::placeOf(const NSTableColumn& column) const
                                     columns.begin());
 }
 
-std::string ContactsPage::textIn(std::size_t record, std::size_t column) const
+const Ref<NSString>& ContactsPage::groupOf(std::size_t record)
+{
+    const std::string& group = phone()->contacts()[record].group;
+    const auto [known, isNew] = _groups.try_emplace(group);
+    if (isNew) {
+        known->second = text(localised(group));
+    }
+    return known->second;
+}
+
+std::string ContactsPage::textIn(std::size_t record, std::size_t column)
 {
     const Contact& contact = phone()->contacts()[record];
     switch (column) {
     case 0:
         return contact.name;
     case 1:
-        return localised(contact.group);
+        return groupOf(record)->UTF8String();
     case 2:
         return contact.number;
     default:
@@ -57,13 +67,12 @@ void ContactsPage::tableView_willDisplayCell_forTableColumn_row(NSTableView* vie
                                                                 NSTableColumn* column, std::int64_t row)
 {
     Page::tableView_willDisplayCell_forTableColumn_row(view, cell, column, row);
-    const Ref<NSString> shown = text(textIn(recordAtRow(row), placeOf(*column)));
+    const std::size_t record = recordAtRow(row);
     if (auto* group = dynamic_cast<ZuImageCell*>(cell)) {
-        group->setImage(icon(phone()->contacts()[recordAtRow(row)].group));
-        _group = shown;
-        group->setDescription(_group.get());
+        group->setImage(icon(phone()->contacts()[record].group));
+        group->setDescription(groupOf(record).get());
     } else if (cell != nullptr) {
-        cell->setStringValue(shown);
+        cell->setStringValue(text(textIn(record, placeOf(*column))));
     }
 }
 

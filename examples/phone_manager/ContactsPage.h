@@ -2,6 +2,7 @@
 
 #include "Page.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -27,12 +28,14 @@ protected:
 private:
     /// The place of a column.
     std::size_t placeOf(const NSTableColumn& column) const;
-    std::string textIn(std::size_t record, std::size_t column) const;
+    /// In the user's language, kept, since cells do not keep what they show.
+    const Ref<NSString>& groupOf(std::size_t record);
+    std::string textIn(std::size_t record, std::size_t column);
     void sort();
 
     std::vector<std::string> _titles; // of the columns
     std::vector<std::size_t> _order;
     std::size_t _sortColumn = 0;
     bool _descending = false;
-    Ref<NSString> _group; // which the cell that is shown does not keep alive
+    std::map<std::string, Ref<NSString>> _groups;
 };
