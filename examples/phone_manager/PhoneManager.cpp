@@ -281,9 +281,11 @@ void PhoneManager::tell(const std::string& sentences, bool ofRunningTask)
 
 // Files
 
-/// What the user chooses; nothing if they do not.
-std::vector<std::filesystem::path> PhoneManager::choose(NSOpenPanel& panel)
+/// What the user chooses for an action of that name; nothing if they do not.
+std::vector<std::filesystem::path> PhoneManager::choose(NSOpenPanel& panel, const char* action)
 {
+    panel.setTitle(text(localised(action)));
+    panel.setPrompt(panel.title());
     panel.setDirectoryURL(NSURL::fileURLWithPath(text(_settings.text("folder", "")).get()));
     std::vector<std::filesystem::path> chosen;
     if (panel.runModal() == NSModalResponseOK) {
@@ -299,7 +301,7 @@ void PhoneManager::chooseImport(NSObject* /*sender*/)
     const Ref<PhoneManager> self(this);
     const Ref<NSOpenPanel> panel = NSOpenPanel::openPanel();
     panel->setAllowsMultipleSelection(true);
-    const std::vector<std::filesystem::path> files = choose(*panel);
+    const std::vector<std::filesystem::path> files = choose(*panel, "Import");
     if (!files.empty()) {
         _settings.set("folder", files.front().parent_path().string());
         importFiles(files);
@@ -316,7 +318,7 @@ void PhoneManager::chooseExport(NSObject* /*sender*/)
     const Ref<NSOpenPanel> panel = NSOpenPanel::openPanel();
     panel->setCanChooseFiles(false);
     panel->setCanChooseDirectories(true);
-    const std::vector<std::filesystem::path> folders = choose(*panel);
+    const std::vector<std::filesystem::path> folders = choose(*panel, "Export");
     if (!folders.empty()) {
         _settings.set("folder", folders.front().string());
         exportTo(folders.front());

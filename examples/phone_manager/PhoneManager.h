@@ -87,7 +87,7 @@ private:
     void taskDidProceed();
     void showTask();
     void tell(const std::string& sentences, bool ofRunningTask = false);
-    std::vector<std::filesystem::path> choose(NSOpenPanel& panel);
+    std::vector<std::filesystem::path> choose(NSOpenPanel& panel, const char* action);
 
     Settings _settings;
     Ref<Phone> _phone;

@@ -221,6 +221,13 @@ protected:
         return {"Kontakte.csv", "SMS \xE2\x9C\x89.TXT", "Sunset.jpg", "Über den Wolken.jpg"};
     }
 
+    /// Types the path of what is in the folder into the panel with this title.
+    void choose(const char* title, const std::string& name) const
+    {
+        desktop::focus(std::stoul(desktop::xdotool({"search", "--sync", "--onlyvisible", "--name", title})));
+        enter((folder.path() / name).string());
+    }
+
     /// Checks all and exports it, by the panel, to a new folder of this name. Returns what is in it.
     std::map<std::string, std::string> exportTo(const std::string& name)
     {
@@ -230,9 +237,7 @@ protected:
         EXPECT_TRUE(shows(kPicturesCheck, kChecked));
         fs::create_directory(folder.path() / name);
         click(kExport);
-        desktop::focus(std::stoul(
-            desktop::xdotool({"search", "--sync", "--onlyvisible", "--name", "^Verzeichnis suchen$"})));
-        enter((folder.path() / name).string());
+        choose("^Exportieren$", name);
         EXPECT_TRUE(holds(name + "/Telefon-Export/index.html", "</html>"));
         return filesIn(name + "/Telefon-Export");
     }
@@ -397,18 +402,22 @@ TEST_F(PhoneManagerRealTest, OpensAndCopiesTheLinkOfAMessage)
     other.drops("");
 }
 
-TEST_F(PhoneManagerRealTest, ShowsPicturesThatAreDropped)
+TEST_F(PhoneManagerRealTest, ShowsPicturesThatAreDroppedAndChosen)
 {
     const std::vector<std::string> files = writeFiles();
     start();
     click(kPictures);
-    drop({files[2], files[3]}, kFamilyCheck);
+    drop({files[2]}, kFamilyCheck);
     const auto warmth = [&](QPoint place) {
         const QColor color = desktop::colorOnScreen(origin + place);
         return color.red() - color.blue();
     };
     EXPECT_TRUE(desktop::waitUntil([&] { return warmth(kFirstThumbnail) > 40; })) << "a sunset";
+    fs::rename(folder.path() / files[3], folder.path() / "Clouds.jpg"); // which can be typed
+    click(kImport);
+    choose("^Importieren$", "Clouds.jpg");
     EXPECT_TRUE(desktop::waitUntil([&] { return warmth(kSecondThumbnail) < -40; })) << "above the clouds";
+    EXPECT_TRUE(holds("settings.json", "\"folder\": \"" + folder.path().string() + "\""));
 }
 
 TEST_F(PhoneManagerRealTest, GoesOnWorkingDuringALongImport)
