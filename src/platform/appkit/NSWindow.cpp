@@ -84,12 +84,12 @@ NSWindow* NSWindow::initWithContentRect_styleMask(NSRect contentRect, NSWindowSt
     flags.setFlag(Qt::WindowMaximizeButtonHint, (style & NSWindowStyleMaskResizable) != 0);
     _peer->setWindowFlags(flags);
 
-    const auto place = [](double points) {
+    const auto rounded = [](double points) {
         return std::isfinite(points) ? static_cast<int>(std::lround(std::clamp(points, -kLargest, kLargest)))
                                      : 0;
     };
     QSize size(lengthOf(contentRect.size.width, 1), lengthOf(contentRect.size.height, 1));
-    QPoint corner(place(contentRect.origin.x), -place(contentRect.origin.y));
+    QPoint corner(rounded(contentRect.origin.x), -rounded(contentRect.origin.y));
     const QScreen* screen = QGuiApplication::primaryScreen();
     _resizable = (style & NSWindowStyleMaskResizable) != 0;
     if (!_resizable) {
@@ -100,7 +100,11 @@ NSWindow* NSWindow::initWithContentRect_styleMask(NSRect contentRect, NSWindowSt
     if (screen != nullptr) {
         corner += screen->geometry().topLeft() + QPoint(0, screen->geometry().height());
     }
-    _peer->setGeometry(QRect(corner - QPoint(0, size.height()), size));
+    QRect place(corner - QPoint(0, size.height()), size);
+    if (screen != nullptr && (style & NSWindowStyleMaskTitled) != 0) { // by which the user moves it
+        place.moveTop(std::max(place.top(), screen->availableGeometry().top()));
+    }
+    _peer->setGeometry(place);
     placeContent();
     return this;
 }

@@ -36,7 +36,8 @@ public:
 
     /// Gives the window its content's size and, where the desktop allows it, the place of its content's
     /// bottom-left corner, from the bottom-left of the main screen. A size that is not resizable by the
-    /// style is fixed; one that is is limited to the screen's. Returns this window.
+    /// style is fixed; one that is is limited to the screen's. One with a title does not begin above the
+    /// screen. Returns this window.
     NSWindow* initWithContentRect_styleMask(NSRect contentRect, NSWindowStyleMask style);
 
     /// The size of the content at present, which it has again in a window that is given it.

@@ -109,6 +109,17 @@ TEST_F(NSWindowTest, HasTheSizeThatItIsGivenAndTellsOfOthers)
     EXPECT_EQ(content->frame(), NSMakeRect(0.0, 0.0, 300.0, 100.0));
 }
 
+TEST_F(NSWindowTest, KeepsItsTitleOnTheScreen)
+{
+    const int height = QGuiApplication::primaryScreen()->geometry().height();
+    const NSRect tooHigh = NSMakeRect(0.0, 100.0, 50.0, height - 40.0);
+    for (const auto& [style, top] :
+         {std::pair{NSWindowStyleMaskTitled, 0}, {NSWindowStyleMaskResizable, -60}}) {
+        window->initWithContentRect_styleMask(tooHigh, style);
+        EXPECT_EQ(peer().geometry(), QRect(0, top, 50, height - 40));
+    }
+}
+
 TEST_F(NSWindowTest, MayGoWhenItTellsOfSomething)
 {
     const std::vector<std::function<void()>> events{[this] { peer().resize(300, 200); },
