@@ -211,12 +211,12 @@ QWidget* NSNib::Instance::load()
             [this](std::size_t place, QWidget* parent) { return makeObject(place, parent); });
     }();
     QStringList classesOfToolkit = loader->availableWidgets();
-    classesOfToolkit.sort();
+    classesOfToolkit << QStringLiteral("Line");                  // which it makes, and does not list
+    classesOfToolkit.removeAll(QStringLiteral("QOpenGLWidget")); // which crashes where there is no OpenGL
     _form = readForm(
         QByteArray::fromStdString(_nib._bytes),
         [&](const QString& name) {
-            return _nib.classNamed(name.toStdString()) == nullptr &&
-                   std::ranges::binary_search(classesOfToolkit, name);
+            return _nib.classNamed(name.toStdString()) == nullptr && classesOfToolkit.contains(name);
         },
         [this](const QString& text) {
             const Ref<NSString> shown = _translation ? _translation(fromQt(text).get()) : nullptr;
@@ -230,7 +230,7 @@ QWidget* NSNib::Instance::load()
     QBuffer document(&_form.document);
     document.open(QIODevice::ReadOnly);
     QWidget* const top = loader->load(&document);
-    _form.problem = loader->errorString();
+    _form.problem = u' ' + loader->errorString(); // which tells the line in its own way
     return top;
 }
 
@@ -351,8 +351,7 @@ Ref<NSObject> NSNib::Instance::boxed(const FormValue& value)
                                                           color->alpha);
     }
     if (const auto* const font = std::get_if<FormFont>(&value)) {
-        return NSFont::fontWithName_size(font->name.isEmpty() ? "Arial" : font->name.toUtf8().constData(),
-                                         font->pointSize);
+        return NSFont::fontWithName_size(font->name.toUtf8().constData(), font->pointSize);
     }
     const auto* const picture = std::get_if<FormPicture>(&value);
     return picture != nullptr ? imageAt(picture->path) : nullptr;

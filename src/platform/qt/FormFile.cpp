@@ -14,6 +14,8 @@ namespace
 /// What layouts go by, which is the toolkit's to know of any widget.
 constexpr std::array kOfLayouts{u"geometry", u"sizePolicy", u"minimumSize", u"maximumSize",
                                 u"layoutDirection"};
+/// What a view has of what the toolkit knows of any widget.
+constexpr std::array kOfViews{u"visible", u"toolTip", u"accessibleName"};
 constexpr std::array kLayouts{u"QVBoxLayout", u"QHBoxLayout", u"QGridLayout", u"QFormLayout"};
 /// Widgets with a layout of their own.
 constexpr std::array kContainers{u"QDockWidget", u"QMainWindow",    u"QMdiArea", u"QScrollArea", u"QSplitter",
@@ -76,12 +78,19 @@ FormValue colorOf(const Element& element)
 
 FormValue fontOf(const Element& element)
 {
-    QString name = element.part("family");
-    if (!name.isEmpty()) {
-        name += QLatin1String(element.has("bold") ? " Bold" : "") +
-                QLatin1String(element.has("italic") ? " Italic" : "");
-    }
-    return FormFont{name, element.part("pointsize").toDouble()};
+    const QString family = element.part("family"); // none if only the rest was changed
+    return FormFont{(family.isEmpty() ? QStringLiteral("Arial") : family) +
+                        QLatin1String(element.has("bold") ? " Bold" : "") +
+                        QLatin1String(element.has("italic") ? " Italic" : ""),
+                    element.part("pointsize").toDouble()};
+}
+
+/// The number that a text is; -1 if it is none.
+int countOf(QStringView text)
+{
+    bool isNumber = false;
+    const int number = text.trimmed().toInt(&isNumber);
+    return isNumber ? number : -1;
 }
 
 class FormReader
@@ -101,10 +110,13 @@ private:
     /// An element that has begun, and not ended.
     struct Open {
         bool isWidget = false;
-        bool isContainer = false;
-        bool isScrollArea = false;
-        bool isTaken = false;       // by a layout, or a scroll area by the widget that it scrolls
-        std::size_t object = kNone; // that the widget is, if the properties are the object's
+        QString className = {};  // of the widget
+        bool isPlainTop = false; // a plain widget at the top
+        bool isTaken = false;    // by a layout, or a scroll area by the widget that it scrolls
+        int layouts = 0;         // around what is in it, up to the next widget
+        int rows = 0;            // and columns, of a table, so far
+        int columns = 0;
+        std::size_t object = kNone; // that the widget is
     };
 
     void start();
@@ -117,19 +129,23 @@ private:
     void copyStart();
     void copyText();
     void copyLength();
+    /// Makes up for the line ends of what was not copied, so that the form loader counts lines as we do.
+    void keepLine();
     QString shown(const QString& text) const { return text.isEmpty() ? text : _translate(text); }
-    // What the form loader would crash by: layouts that it does not know, or where there is one, and a widget
-    // that replaces another.
+
+    void expect(bool isSo, const char* otherwise);
+    // What the form loader would crash by, or hang.
     void expectLayout();
     void expectFree();
-    void expectRows(QStringView number);
+    void expectRows(int number);
 
     QXmlStreamReader _xml;
     FormFile _form;
     QXmlStreamWriter _writer;
     const std::function<bool(const QString&)>& _isOfToolkit;
     const std::function<QString(const QString&)>& _translate;
-    std::vector<Open> _open;
+    std::vector<Open> _open{Open()}; // first, what is around the form
+    qint64 _line = 1;                // of the document
     std::size_t _widgets = 0;
 };
 
@@ -146,13 +162,14 @@ FormFile FormReader::read()
             break;
         case QXmlStreamReader::Characters:
             _writer.writeCharacters(_xml.text().toString());
+            _line += _xml.text().count(u'\n');
             break;
         default:
             break; // comments, and entities, which have been put in by now
         }
     }
-    if (!_xml.hasError() && _widgets == 0) {
-        _xml.raiseError(QStringLiteral("there is no widget"));
+    if (!_xml.hasError()) {
+        expect(_widgets > 0, "there is no widget");
     }
     if (_xml.hasError()) {
         _form.problem = QStringLiteral("%1: %2").arg(QString::number(_xml.lineNumber()), _xml.errorString());
@@ -162,35 +179,36 @@ FormFile FormReader::read()
 
 void FormReader::start()
 {
-    if (_open.size() == FormFile::kMaxDepth) {
-        _xml.raiseError(QStringLiteral("elements are nested too deeply"));
-        return;
-    }
     const QString kind = kindOf(_xml);
-    if (_open.empty() &&
-        (kind != QLatin1String("ui") ||
-         !_xml.attributes().value(QLatin1String("version")).startsWith(QLatin1String("4.")))) {
-        _xml.raiseError(QStringLiteral("this is no form, or one of another version than 4"));
-        return;
-    }
-    const Open around = _open.empty() ? Open() : _open.back();
-    if (kind == QLatin1String("customwidgets")) {
+    const auto is = [&](const char* name) { return kind == QLatin1String(name); };
+    const bool isForm =
+        is("ui") && _xml.attributes().value(QLatin1String("version")).startsWith(QLatin1String("4."));
+    expect(_open.size() > 1 || isForm, "this is no form, or one of another version than 4");
+    expect(_open.size() <= FormFile::kMaxDepth, "elements are nested too deeply");
+    Open& around = _open.back();
+    if (is("customwidgets")) {
         _xml.skipCurrentElement(); // what a class is like, its table says
-    } else if (kind == QLatin1String("tabstops")) {
+    } else if (is("tabstops")) {
         for (const auto& [part, name] : readElement().parts) {
             _form.tabStops += name;
         }
-    } else if (kind == QLatin1String("string")) {
+    } else if (is("string")) {
         copyText();
     } else if (isIn(kLengths, kind)) {
         copyLength();
-    } else if (kind != QLatin1String("property") || !around.isWidget || !readProperty(around)) {
+    } else if (!is("property") || !around.isWidget || !readProperty(around)) {
         Open element;
-        if (kind == QLatin1String("widget")) {
+        if (is("widget")) {
             startWidget(element);
         } else {
-            if (kind == QLatin1String("layout")) {
+            element.layouts = around.layouts;
+            if (is("layout")) {
                 expectLayout();
+                ++element.layouts;
+            } else if (is("row")) {
+                expectRows(++around.rows);
+            } else if (is("column")) {
+                expectRows(++around.columns);
             }
             copyStart();
         }
@@ -200,37 +218,36 @@ void FormReader::start()
 
 void FormReader::startWidget(Open& element)
 {
-    const bool isTop = _open.size() == 1;
-    if (++_widgets > FormFile::kMaxWidgets || (isTop && _widgets > 1)) {
-        _xml.raiseError(QStringLiteral("there are too many widgets"));
-    }
-    if (!_open.empty() && _open.back().isScrollArea) {
+    const bool isTop = _open.size() == 2;
+    ++_widgets;
+    expect(_widgets <= FormFile::kMaxWidgets && (!isTop || _widgets == 1), "there are too many widgets");
+    if (_open.back().className == QLatin1String("QScrollArea")) {
         expectFree();
     }
     const QString className = _xml.attributes().value(QLatin1String("class")).toString();
+    const QString name = _xml.attributes().value(QLatin1String("name")).toString();
     element.isWidget = true;
-    element.isContainer = isIn(kContainers, className);
-    element.isScrollArea = className == QLatin1String("QScrollArea");
-    const bool isPlainTop = isTop && className == QLatin1String("QWidget");
-    if (!isPlainTop && _isOfToolkit(className)) {
+    element.className = className;
+    element.isPlainTop = isTop && className == QLatin1String("QWidget");
+    if (!element.isPlainTop && _isOfToolkit(className)) {
         copyStart();
         return;
     }
-    const std::size_t object = _form.objects.size();
-    element.object = isPlainTop ? kNone : object;
-    const QString name = _xml.attributes().value(QLatin1String("name")).toString();
+    element.object = _form.objects.size();
     _form.objects.push_back({className, name, _xml.lineNumber(), {}});
+    keepLine();
     _writer.writeStartElement(QStringLiteral("widget"));
-    _writer.writeAttribute(QStringLiteral("class"), QLatin1Char('#') + QString::number(object));
+    _writer.writeAttribute(QStringLiteral("class"), QLatin1Char('#') + QString::number(element.object));
     _writer.writeAttribute(QStringLiteral("name"), name);
 }
 
 bool FormReader::readProperty(const Open& widget)
 {
-    const bool isTop = _open.size() == 2;
+    const bool isTop = _open.size() == 3;
     const QString name = _xml.attributes().value(QLatin1String("name")).toString();
     const bool isTitle = isTop && name == QLatin1String("windowTitle");
-    const bool isOfObject = widget.object != kNone && !isIn(kOfLayouts, name);
+    const bool isOfObject =
+        widget.isPlainTop ? isIn(kOfViews, name) : widget.object != kNone && !isIn(kOfLayouts, name);
     const bool isCount = !isOfObject && isIn(kCounts, name);
     if (!isTitle && !isOfObject && !isCount) {
         return false;
@@ -241,18 +258,18 @@ bool FormReader::readProperty(const Open& widget)
         elements.push_back(readElement());
     }
     const Element element = elements.empty() ? Element() : elements.front();
-    const FormValue value = valueOf(element);
-    if (isTitle) {
-        const auto* const text = std::get_if<FormText>(&value);
-        _form.windowTitle = text != nullptr ? text->shown : QString();
-    } else if (isOfObject) {
-        _form.objects[widget.object].properties.push_back({name, line, value});
-    } else {
-        expectRows(element.text);
+    if (isCount) {
+        expectRows(countOf(element.text));
         _writer.writeStartElement(QStringLiteral("property"));
         _writer.writeAttribute(QStringLiteral("name"), name);
         _writer.writeTextElement(QStringLiteral("number"), element.text);
         _writer.writeEndElement();
+    } else if (isTitle) {
+        const FormValue value = valueOf(element);
+        const auto* const text = std::get_if<FormText>(&value);
+        _form.windowTitle = text != nullptr ? text->shown : QString();
+    } else {
+        _form.objects[widget.object].properties.push_back({name, line, valueOf(element)});
     }
     return true;
 }
@@ -307,11 +324,19 @@ void FormReader::copyStart()
     const QXmlStreamAttributes attributes = _xml.attributes();
     for (const QXmlStreamAttribute& attribute : attributes) {
         if (isIn(kPlaces, attribute.name())) {
-            expectRows(attribute.value());
+            expectRows(countOf(attribute.value()));
         }
     }
+    keepLine();
     _writer.writeStartElement(kindOf(_xml));
     _writer.writeAttributes(attributes);
+}
+
+void FormReader::keepLine()
+{
+    for (; _line < _xml.lineNumber(); ++_line) {
+        _writer.writeCharacters(QStringLiteral("\n"));
+    }
 }
 
 void FormReader::copyText()
@@ -326,35 +351,35 @@ void FormReader::copyText()
 void FormReader::copyLength()
 {
     const Element element = readElement();
-    if (!(std::abs(element.text.toDouble()) <= FormFile::kMaxLength)) {
-        _xml.raiseError(QStringLiteral("a length is too large"));
-    }
+    expect(std::abs(element.text.toDouble()) <= FormFile::kMaxLength, "a length is too large");
     _writer.writeTextElement(element.kind, element.text);
+}
+
+void FormReader::expect(bool isSo, const char* otherwise)
+{
+    if (!isSo) {
+        _xml.raiseError(QLatin1String(otherwise));
+    }
 }
 
 void FormReader::expectLayout()
 {
+    const Open& around = _open.back();
     expectFree();
-    const bool isInContainer = !_open.empty() && _open.back().isContainer;
-    if (isInContainer || !isIn(kLayouts, _xml.attributes().value(QLatin1String("class")))) {
-        _xml.raiseError(QStringLiteral("there can be no such layout"));
-    }
+    expect(around.layouts < FormFile::kMaxLayouts, "layouts are nested too deeply");
+    expect(!isIn(kContainers, around.className) &&
+               isIn(kLayouts, _xml.attributes().value(QLatin1String("class"))),
+           "there can be no such layout");
 }
 
 void FormReader::expectFree()
 {
-    if (!_open.empty() && std::exchange(_open.back().isTaken, true)) {
-        _xml.raiseError(QStringLiteral("there is one too many inside"));
-    }
+    expect(!std::exchange(_open.back().isTaken, true), "there is one too many inside");
 }
 
-void FormReader::expectRows(QStringView number)
+void FormReader::expectRows(int number)
 {
-    bool isNumber = false;
-    const int rows = number.trimmed().toInt(&isNumber);
-    if (!isNumber || rows < 0 || rows > FormFile::kMaxRows) {
-        _xml.raiseError(QStringLiteral("there cannot be so many rows or columns"));
-    }
+    expect(number >= 0 && number <= FormFile::kMaxRows, "there cannot be so many rows or columns");
 }
 
 } // namespace

@@ -21,7 +21,7 @@ struct FormColor {
 };
 
 struct FormFont {
-    QString name;     // family and style; empty for none
+    QString name;     // family and style
     double pointSize; // 0 for none
 };
 
@@ -51,12 +51,13 @@ struct FormObject {
 struct FormFile {
     static constexpr qsizetype kMaxSize = qsizetype{4} * 1024 * 1024; // bytes
     static constexpr std::size_t kMaxDepth = 200;                     // of elements in each other
+    static constexpr int kMaxLayouts = 16; // in each other: what the toolkit takes for them doubles with each
     static constexpr std::size_t kMaxWidgets = 4096;
     static constexpr int kMaxRows = 256;          // of a layout or table, and columns
     static constexpr double kMaxLength = 1 << 24; // points, of places, too
 
     /// For the loader: the form with the place of an object in `objects`, after a "#", for its class, and
-    /// without the properties that only the object understands.
+    /// without the properties that only the object understands. Its lines are those of the file.
     QByteArray document;
     std::vector<FormObject> objects; // in the order of the file
     QString windowTitle;
@@ -65,7 +66,7 @@ struct FormFile {
 };
 
 /// Reads a form, whatever the bytes are. Classes of widgets that `isOfToolkit` are left to the form loader,
-/// but for a plain widget at the top, which is an object whose properties are all the toolkit's. `translate`
-/// answers what is shown for a text, unless the form says that it is not to be translated.
+/// but for a plain widget at the top, which is an object that leaves to the toolkit what a view has not.
+/// `translate` answers what is shown for a text, unless the form says that it is not to be translated.
 FormFile readForm(const QByteArray& bytes, const std::function<bool(const QString& className)>& isOfToolkit,
                   const std::function<QString(const QString& text)>& translate);

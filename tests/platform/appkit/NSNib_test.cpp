@@ -25,6 +25,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFrame>
 #include <QImage>
 #include <QLabel>
 #include <QTabWidget>
@@ -252,6 +253,32 @@ TEST_F(NSNibTest, SetsPropertiesOfEveryKind)
     EXPECT_EQ(utf8(field.font()->fontName()), "Arial Bold");
     EXPECT_EQ(field.font()->pointSize(), 17.0);
     EXPECT_EQ(field.widget()->styleSheet(), "");
+
+    // A file has of a font only what was changed.
+    const Ref<NSView> italic =
+        made(widget("NSTextField", "", set("font", "<font><bold>true</bold><italic>true</italic></font>")));
+    const Ref<NSFont> font = dynamic_cast<NSTextField&>(*italic).font();
+    EXPECT_EQ(utf8(font->fontName()), "Arial Bold Italic");
+    EXPECT_EQ(font->pointSize(), NSFont::kDefaultSize);
+
+    // So it is with a plain widget at the top, of which the toolkit takes the rest.
+    const Ref<NSView> plain =
+        made(widget("QWidget", "",
+                    texts("toolTip", "&lt;b>") + texts("accessibleName", "All") +
+                        set("visible", "<bool>false</bool>") + set("enabled", "<bool>false</bool>")));
+    EXPECT_EQ(utf8(plain->toolTip()), "<b>");
+    EXPECT_EQ(utf8(plain->accessibilityLabel()), "All");
+    EXPECT_TRUE(plain->isHidden());
+    EXPECT_FALSE(plain->widget()->isEnabled());
+}
+
+TEST_F(NSNibTest, LeavesLinesToTheToolkit)
+{
+    const Ref<NSView> top = made(widget("NSView", "", widget("Line", "line")));
+    EXPECT_EQ(said, "");
+    EXPECT_NE(top->widget()->findChild<QFrame*>("line"), nullptr);
+    made(widget("QOpenGLWidget", ""));
+    EXPECT_EQ(said, "2: QOpenGLWidget \"\": there is no such class\n");
 }
 
 TEST_F(NSNibTest, LeavesWhatTheFileDoesNotSet)
@@ -749,6 +776,13 @@ TEST_F(NSNibTest, RefusesWhatIsNoForm)
         {grid("row='0' column='0' colspan='a'"), "3: there cannot be so many rows or columns"},
         {form(widget("QTableWidget", "", set("rowCount", "<number>2000000000</number>"))),
          "2: there cannot be so many rows or columns"},
+        {form(widget("QTableWidget", "", repeated("<row/>", 256) + repeated("<column/>", 256) + "\n<row/>")),
+         "3: there cannot be so many rows or columns"},
+        {form(widget("QTableWidget", "",
+                     repeated("<row/>", 256) + repeated("<column/>", 256) + "\n<column/>")),
+         "3: there cannot be so many rows or columns"},
+        {form(repeated("<layout class='QGridLayout'><item>", 16) + "\n<layout class='QGridLayout'>"),
+         "3: layouts are nested too deeply"},
         {form(geometry(0, 0, 2147483647, 1)), "2: a length is too large"},
         {"<!DOCTYPE ui [<!ENTITY a '" + repeated("a", 2000) + "'><!ENTITY b '" + repeated("&a;", 2000) +
              "'>]>" + form("&b;"),
@@ -758,6 +792,12 @@ TEST_F(NSNibTest, RefusesWhatIsNoForm)
         EXPECT_EQ(made(*nibOf(file)), nullptr) << problem;
         EXPECT_EQ(said, problem + "\n");
     }
+    const std::string dropped = "<customwidgets>\n</customwidgets>";
+    const std::string button = widget("NSButton", "", set("title", "<string>\n</string>\n"));
+    EXPECT_EQ(made(*nibOf("<ui version='4.0'>" + dropped + "\n" + widget("QWidget", "", button + "<foo/>") +
+                          "</ui>")),
+              nullptr);
+    EXPECT_NE(said.find("\n An error has occurred while reading the UI file at line 5,"), said.npos) << said;
 }
 
 TEST_F(NSNibTest, RefusesWhatIsNoFile)
