@@ -22,6 +22,7 @@ constexpr std::array kContainers{u"QDockWidget", u"QMainWindow",    u"QMdiArea",
                                  u"QTabWidget",  u"QStackedWidget", u"QToolBox", u"QWizard"};
 constexpr std::array kPlaces{u"row", u"column", u"rowspan", u"colspan"};
 constexpr std::array kLengths{u"x", u"y", u"width", u"height"};
+constexpr QLatin1String kGroup("buttonGroup");
 constexpr std::array kCounts{u"rowCount", u"columnCount"};
 
 template <std::size_t Count> bool isIn(const std::array<const char16_t*, Count>& names, QStringView name)
@@ -125,6 +126,9 @@ private:
     bool readProperty(const Open& widget);
     /// Reads the element that has begun to its end.
     Element readElement();
+    /// Reads the property or attribute that has begun to its end; answers its value.
+    Element readValue();
+    void write(const char* element, const QString& name, const char* kind, const QString& text);
     FormValue valueOf(const Element& element) const;
     void copyStart();
     void copyText();
@@ -196,6 +200,8 @@ void FormReader::start()
         copyText();
     } else if (isIn(kLengths, kind)) {
         copyLength();
+    } else if (is("attribute") && _xml.attributes().value(QLatin1String("name")) == kGroup) {
+        write("attribute", kGroup, "string", readValue().text); // which the form loader takes for granted
     } else if (!is("property") || !around.isWidget || !readProperty(around)) {
         Open element;
         if (is("widget")) {
@@ -253,17 +259,10 @@ bool FormReader::readProperty(const Open& widget)
         return false;
     }
     const qint64 line = _xml.lineNumber();
-    std::vector<Element> elements;
-    while (_xml.readNextStartElement()) {
-        elements.push_back(readElement());
-    }
-    const Element element = elements.empty() ? Element() : elements.front();
+    const Element element = readValue();
     if (isCount) {
         expectRows(countOf(element.text));
-        _writer.writeStartElement(QStringLiteral("property"));
-        _writer.writeAttribute(QStringLiteral("name"), name);
-        _writer.writeTextElement(QStringLiteral("number"), element.text);
-        _writer.writeEndElement();
+        write("property", name, "number", element.text);
     } else if (isTitle) {
         const FormValue value = valueOf(element);
         const auto* const text = std::get_if<FormText>(&value);
@@ -272,6 +271,23 @@ bool FormReader::readProperty(const Open& widget)
         _form.objects[widget.object].properties.push_back({name, line, valueOf(element)});
     }
     return true;
+}
+
+Element FormReader::readValue()
+{
+    std::vector<Element> elements;
+    while (_xml.readNextStartElement()) {
+        elements.push_back(readElement());
+    }
+    return elements.empty() ? Element() : elements.front();
+}
+
+void FormReader::write(const char* element, const QString& name, const char* kind, const QString& text)
+{
+    _writer.writeStartElement(QLatin1String(element));
+    _writer.writeAttribute(QStringLiteral("name"), name);
+    _writer.writeTextElement(QLatin1String(kind), text);
+    _writer.writeEndElement();
 }
 
 Element FormReader::readElement()

@@ -25,6 +25,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QButtonGroup>
 #include <QFrame>
 #include <QImage>
 #include <QLabel>
@@ -272,11 +273,17 @@ TEST_F(NSNibTest, SetsPropertiesOfEveryKind)
     EXPECT_FALSE(plain->widget()->isEnabled());
 }
 
-TEST_F(NSNibTest, LeavesLinesToTheToolkit)
+TEST_F(NSNibTest, LeavesOtherWidgetsToTheToolkit)
 {
-    const Ref<NSView> top = made(widget("NSView", "", widget("Line", "line")));
+    const auto grouped = [](const std::string& group) {
+        return widget("QRadioButton", "", "<attribute name='buttonGroup'>" + group + "</attribute>");
+    };
+    const Ref<NSView> top =
+        made(widget("NSView", "", widget("Line", "line") + grouped("<string>group</string>") + grouped("")) +
+             "<buttongroups><buttongroup name='group'/></buttongroups>");
     EXPECT_EQ(said, "");
     EXPECT_NE(top->widget()->findChild<QFrame*>("line"), nullptr);
+    EXPECT_EQ(top->widget()->findChild<QButtonGroup*>("group")->buttons().size(), 1);
     made(widget("QOpenGLWidget", ""));
     EXPECT_EQ(said, "2: QOpenGLWidget \"\": there is no such class\n");
 }
