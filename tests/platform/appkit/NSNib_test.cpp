@@ -37,6 +37,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -87,10 +88,6 @@ const ClassTable& Sleeper::classTable() const
 class Owner : public ActionTarget
 {
 public:
-    Ref<NSView> view() const { return _view; }
-    void setView(Ref<NSView> view) { _view = std::move(view); }
-    Ref<ZuToolButton> misfit() const { return nullptr; }
-    void setMisfit(Ref<ZuToolButton> /*button*/) {}
     Ref<ZuToolButton> button() const { return _button; }
     void setButton(Ref<ZuToolButton> button) { _button = std::move(button); }
 
@@ -98,62 +95,42 @@ public:
     static const ClassTable table;
 
 private:
-    Ref<NSView> _view;
     Ref<ZuToolButton> _button;
 };
 
 constexpr std::array kOwnerProperties{
-    property<&Owner::view, &Owner::setView>("view"),
-    property<&Owner::misfit, &Owner::setMisfit>("misfit"),
     property<&Owner::button, &Owner::setButton>("button"),
+    property<&Owner::button, &Owner::setButton>("misfit"),
 };
 constexpr std::array kOwnerSelectors{selector<&ActionTarget::pushed>(ActionTarget::kAction.name)};
 
 constinit const ClassTable Owner::table{"Owner", &NSObject::table, kOwnerProperties, kOwnerSelectors};
 
-std::string widget(const std::string& className, const std::string& name, const std::string& content = "")
+/// A form in full. In `notation`, an element that begins with a capital letter is a widget, or a layout
+/// without margins, of that class and perhaps name; a property is in brackets.
+std::string written(std::string notation)
 {
-    return "<widget class='" + className + "' name='" + name + "'>" + content + "</widget>";
-}
-
-std::string set(const std::string& name, const std::string& value)
-{
-    return "<property name='" + name + "'>" + value + "</property>";
-}
-
-std::string texts(const std::string& name, const std::string& text)
-{
-    return set(name, "<string>" + text + "</string>");
-}
-
-std::string geometry(int x, int y, int width, int height)
-{
-    const auto part = [](const std::string& name, int number) {
-        return "<" + name + ">" + std::to_string(number) + "</" + name + ">";
+    static const std::pair<std::regex, const char*> kRules[] = {
+        {std::regex("<([A-Z]\\w*)( \\w+)?/>"), "<$1$2></$1>"},
+        {std::regex("<([A-Z]\\w*Layout)>"),
+         "<layout class='$1'>[leftMargin=0][topMargin=0][rightMargin=0][bottomMargin=0][spacing=0]"},
+        {std::regex("</[A-Z]\\w*Layout>"), "</layout>"},
+        {std::regex("<([A-Z][\\w#&;]*) ?(\\w*)>"), "<widget class='$1' name='$2'>"},
+        {std::regex("</[A-Z]\\w*>"), "</widget>"},
+        {std::regex("\\[(-?\\d+),(-?\\d+),(\\d+),(\\d+)\\]"),
+         "<property name='geometry'><rect><x>$1</x><y>$2</y>"
+         "<width>$3</width><height>$4</height></rect></property>"},
+        {std::regex("\\[(\\w+)=(\\d+)x(\\d+)\\]"),
+         "<property name='$1'><size><width>$2</width><height>$3</height></size></property>"},
+        {std::regex("\\[(\\w+)=(\\d+)\\]"), "<property name='$1'><number>$2</number></property>"},
+        {std::regex("\\[(\\w+)=(true|false)\\]"), "<property name='$1'><bool>$2</bool></property>"},
+        {std::regex("\\[([^=\\]]+)=(<[^\\]]*)\\]"), "<property name='$1'>$2</property>"},
+        {std::regex("\\[([^=\\]]+)=([^\\]]*)\\]"), "<property name='$1'><string>$2</string></property>"},
     };
-    return set("geometry", "<rect>" + part("x", x) + part("y", y) + part("width", width) +
-                               part("height", height) + "</rect>");
-}
-
-/// A layout without room between what it lays out.
-std::string layout(const std::string& className, const std::string& items)
-{
-    std::string margins;
-    for (const char* const side : {"leftMargin", "topMargin", "rightMargin", "bottomMargin", "spacing"}) {
-        margins += set(side, "<number>0</number>");
+    for (const auto& [shorthand, full] : kRules) {
+        notation = std::regex_replace(notation, shorthand, full);
     }
-    return "<layout class='" + className + "'>" + margins + items + "</layout>";
-}
-
-std::string item(const std::string& content, const std::string& place = "")
-{
-    return "<item " + place + ">" + content + "</item>";
-}
-
-std::string size(const std::string& name, int width, int height)
-{
-    return set(name, "<size><width>" + std::to_string(width) + "</width><height>" + std::to_string(height) +
-                         "</height></size>");
+    return notation;
 }
 
 /// The frames of a view's subviews, and of theirs in brackets.
@@ -168,12 +145,30 @@ std::string frames(const NSView& view)
     return all;
 }
 
+/// What a property has.
+std::string shown(const Ref<NSObject>& value)
+{
+    if (const auto* const color = dynamic_cast<NSColor*>(value.get())) {
+        return color->description();
+    }
+    if (const auto* const image = dynamic_cast<NSImage*>(value.get())) {
+        return "image " + NSStringFromRect({{}, image->size()});
+    }
+    if (const auto* const font = dynamic_cast<NSFont*>(value.get())) {
+        return utf8(font->fontName()) + " " + std::to_string(font->pointSize()).substr(0, 4);
+    }
+    if (const auto* const number = dynamic_cast<NSNumber*>(value.get())) {
+        return std::to_string(number->doubleValue()).substr(0, 3);
+    }
+    return value ? utf8(dynamic_cast<NSString*>(value.get())) : "none";
+}
+
 class NSNibTest : public testing::Test
 {
 protected:
     Ref<NSNib> nibWith(const std::string& form) const
     {
-        return nibOf("<ui version='4.0'>\n" + form + "</ui>");
+        return nibOf("<ui version='4.0'>" + written(form) + "</ui>");
     }
     Ref<NSNib> nibOf(const std::string& file) const
     {
@@ -202,101 +197,79 @@ protected:
         }
         return view;
     }
+    /// The frames in a view that fills a window of that size.
+    std::string framesInWindow(const Ref<NSView>& view, double width, double height)
+    {
+        window = make<NSWindow>()->initWithContentRect_styleMask(NSMakeRect(0.0, 0.0, width, height),
+                                                                 NSWindowStyleMaskResizable);
+        window->setContentView(view);
+        window->makeKeyAndOrderFront();
+        QApplication::processEvents();
+        return frames(*view);
+    }
 
     TemporaryFolder folder;
+    Ref<NSWindow> window;
     std::string said;
 };
 
 TEST_F(NSNibTest, SetsPropertiesOfEveryKind)
 {
-    const QImage picture(2, 1, QImage::Format_RGB32);
-    picture.save(QString::fromStdString(folder.path() / "picture.png"));
-    const Ref<NSView> top = made(widget(
-        "NSView", "top",
-        widget("NSBox", "box",
-               set("fillColor", "<color alpha='51'><red>255</red><green>0</green><blue>102</blue></color>") +
-                   set("borderColor", "<color><red>0</red><green>0</green><blue>0</blue></color>") +
-                   set("borderWidth", "<double>2.5</double>") + set("cornerRadius", "<number>3</number>") +
-                   set("transparent", "<bool>true</bool>")) +
-            widget("NSButton", "button",
-                   texts("title", "Contacts") + set("enabled", "<bool>false</bool>") +
-                       set("visible", "<bool>false</bool>") + texts("accessibleName", "People") +
-                       texts("toolTip", "&lt;b>") + texts("image", "picture.png") +
-                       set("alternateImage",
-                           "<iconset><normaloff>calendar@2x.png</normaloff>other.png</iconset>")) +
-            widget("NSTextField", "field",
-                   set("font", "<font><family>Arial</family><pointsize>17</pointsize><bold>true</bold>"
-                               "</font>") +
-                       set("stringValue", "<cstring>text</cstring>") +
-                       // The rest of what widgets have means nothing here.
-                       set("styleSheet", "<string>color: red</string>") + set("palette", "<palette/>") +
-                       texts("whatsThis", "It"))));
-    EXPECT_EQ(said, "");
-    ASSERT_NE(top, nullptr);
-    ASSERT_EQ(top->subviews().size(), 3U);
-    const auto& box = dynamic_cast<NSBox&>(*top->subviews()[0]);
-    EXPECT_EQ(box.fillColor()->description(), "sRGB(1, 0, 0.4, 0.2)");
-    EXPECT_EQ(box.borderColor()->description(), "sRGB(0, 0, 0, 1)");
-    EXPECT_EQ(box.borderWidth(), 2.5);
-    EXPECT_EQ(box.cornerRadius(), 3.0);
-    EXPECT_TRUE(box.isTransparent());
-    const auto& button = dynamic_cast<NSButton&>(*top->subviews()[1]);
-    EXPECT_EQ(utf8(button.title()), "Contacts");
-    EXPECT_FALSE(button.isEnabled());
-    EXPECT_TRUE(button.isHidden());
-    EXPECT_EQ(utf8(button.accessibilityLabel()), "People");
-    EXPECT_EQ(utf8(button.toolTip()), "<b>");
-    ASSERT_NE(button.image(), nullptr);
-    EXPECT_EQ(button.image()->size(), (NSSize{2.0, 1.0}));
-    EXPECT_NE(button.alternateImage(), nullptr); // of the main bundle
-    auto& field = dynamic_cast<NSTextField&>(*top->subviews()[2]);
-    EXPECT_EQ(utf8(field.stringValue()), "text");
-    EXPECT_EQ(utf8(field.font()->fontName()), "Arial Bold");
-    EXPECT_EQ(field.font()->pointSize(), 17.0);
-    EXPECT_EQ(field.widget()->styleSheet(), "");
-
-    // A file has of a font only what was changed.
-    const Ref<NSView> italic =
-        made(widget("NSTextField", "", set("font", "<font><bold>true</bold><italic>true</italic></font>")));
-    const Ref<NSFont> font = dynamic_cast<NSTextField&>(*italic).font();
-    EXPECT_EQ(utf8(font->fontName()), "Arial Bold Italic");
-    EXPECT_EQ(font->pointSize(), NSFont::kDefaultSize);
-
-    // So it is with a plain widget at the top, of which the toolkit takes the rest.
-    const Ref<NSView> plain =
-        made(widget("QWidget", "",
-                    texts("toolTip", "&lt;b>") + texts("accessibleName", "All") +
-                        set("visible", "<bool>false</bool>") + set("enabled", "<bool>false</bool>")));
-    EXPECT_EQ(utf8(plain->toolTip()), "<b>");
-    EXPECT_EQ(utf8(plain->accessibilityLabel()), "All");
-    EXPECT_TRUE(plain->isHidden());
-    EXPECT_FALSE(plain->widget()->isEnabled());
+    QImage(2, 1, QImage::Format_RGB32).save(QString::fromStdString(folder.path() / "picture.png"));
+    struct {
+        const char* className;
+        const char* property;
+        const char* key;
+        const char* expected;
+    } const cases[] = {
+        {"NSBox", "[fillColor=<color alpha='51'><red>255</red><green>0</green><blue>102</blue></color>]",
+         "fillColor", "sRGB(1, 0, 0.4, 0.2)"},
+        {"NSBox", "[borderColor=<color><red>0</red><green>0</green><blue>0</blue></color>]", "borderColor",
+         "sRGB(0, 0, 0, 1)"},
+        {"NSBox", "[borderWidth=<double>2.5</double>]", "borderWidth", "2.5"},
+        {"NSBox", "[cornerRadius=3]", "cornerRadius", "3.0"},
+        {"NSBox", "[transparent=true]", "transparent", "1.0"},
+        {"NSButton", "[title=Contacts]", "title", "Contacts"},
+        {"NSButton", "[enabled=false]", "enabled", "0.0"},
+        {"NSButton", "[image=picture.png]", "image", "image {{0, 0}, {2, 1}}"},
+        {"NSButton", "[image=<iconset><normaloff>calendar@2x.png</normaloff>other.png</iconset>]", "image",
+         "image {{0, 0}, {32, 32}}"}, // of the main bundle
+        {"NSTextField", "[stringValue=<cstring>text</cstring>]", "stringValue", "text"},
+        {"NSTextField",
+         "[font=<font><family>Times</family><pointsize>17</pointsize><bold>true</bold></font>]", "font",
+         "Times Bold 17.0"},
+        {"NSTextField", "[font=<font><bold>true</bold><italic>true</italic></font>]", "font",
+         "Arial Bold Italic 12.0"}, // a file has of a font what was changed
+        {"NSView", "[visible=false]", "hidden", "1.0"},
+        {"NSView", "[toolTip=&lt;b>]", "toolTip", "<b>"},
+        {"NSView", "[accessibleName=People]", "accessibilityLabel", "People"},
+        {"QWidget", "[visible=false]", "hidden", "1.0"},
+        {"QWidget", "[toolTip=&lt;b>]", "toolTip", "<b>"},
+        {"QWidget", "[accessibleName=People]", "accessibilityLabel", "People"},
+        // The rest of what widgets have means nothing here.
+        {"NSButton", "[styleSheet=color: red]", "enabled", "1.0"},
+        {"NSButton", "[palette=<palette/>]", "title", "none"},
+    };
+    for (const auto& [className, property, key, expected] : cases) {
+        const Ref<NSView> top = made("<" + std::string(className) + ">" + property + "</" + className + ">");
+        EXPECT_EQ(said, "") << property;
+        EXPECT_EQ(shown(top->valueForKey(key)), expected) << property;
+        EXPECT_EQ(top->widget()->styleSheet(), "");
+    }
 }
 
 TEST_F(NSNibTest, LeavesOtherWidgetsToTheToolkit)
 {
-    const auto grouped = [](const std::string& group) {
-        return widget("QRadioButton", "", "<attribute name='buttonGroup'>" + group + "</attribute>");
-    };
-    const Ref<NSView> top =
-        made(widget("NSView", "", widget("Line", "line") + grouped("<string>group</string>") + grouped("")) +
-             "<buttongroups><buttongroup name='group'/></buttongroups>");
+    const Ref<NSView> top = made(R"(<QWidget>[enabled=false]<Line line/>
+        <QRadioButton><attribute name='buttonGroup'><string>group</string></attribute></QRadioButton>
+        <QRadioButton><attribute name='buttonGroup'/></QRadioButton>
+        </QWidget><buttongroups><buttongroup name='group'/></buttongroups>)");
     EXPECT_EQ(said, "");
+    EXPECT_FALSE(top->widget()->isEnabled());
     EXPECT_NE(top->widget()->findChild<QFrame*>("line"), nullptr);
     EXPECT_EQ(top->widget()->findChild<QButtonGroup*>("group")->buttons().size(), 1);
-    made(widget("QOpenGLWidget", ""));
-    EXPECT_EQ(said, "2: QOpenGLWidget \"\": there is no such class\n");
-}
-
-TEST_F(NSNibTest, LeavesWhatTheFileDoesNotSet)
-{
-    const Ref<NSView> top = made(widget("NSView", "top", widget("NSButton", "button")));
-    const auto& button = dynamic_cast<NSButton&>(*top->subviews().at(0));
-    EXPECT_TRUE(button.isEnabled());
-    EXPECT_FALSE(button.isHidden());
-    EXPECT_EQ(button.toolTip(), nullptr);
-    EXPECT_EQ(button.title(), nullptr);
-    EXPECT_EQ(button.target(), nullptr);
+    made("<QOpenGLWidget/>");
+    EXPECT_EQ(said, "1: QOpenGLWidget \"\": there is no such class\n");
 }
 
 TEST_F(NSNibTest, ReportsWhatCannotBeSetAndGoesOn)
@@ -306,42 +279,38 @@ TEST_F(NSNibTest, ReportsWhatCannotBeSetAndGoesOn)
         std::string property;
         std::string problem;
     } const cases[] = {
-        {texts("colour", "red"), "colour: there is no such property"},
-        {set("title", "<number>1</number>"), "title: the value does not fit"},
-        {set("enabled", "<string>yes</string>"), "enabled: \"yes\" does not fit"},
-        {set("enabled", "<bool>yes</bool>"), "enabled: the value cannot be read"},
-        {set("enabled", ""), "enabled: the value cannot be read"},
-        {set("enabled", "<number>2147483648000000000000</number>"), "enabled: the value cannot be read"},
-        {set("title", "<brush/>"), "title: the value cannot be read"},
-        {set("image", "<pixmap>nothing.png</pixmap>"), "image: the value cannot be read"},
-        {set("image", "<pixmap>/dev/zero</pixmap>"), "image: the value cannot be read"},
-        {set("image", "<color><red>256</red><green>0</green><blue>0</blue></color>"),
+        {"[colour=red]", "colour: there is no such property"},
+        {"[title=1]", "title: the value does not fit"},
+        {"[enabled=yes]", "enabled: \"yes\" does not fit"},
+        {"[enabled=<bool>yes</bool>]", "enabled: the value cannot be read"},
+        {"<property name='enabled'/>", "enabled: the value cannot be read"},
+        {"[enabled=2147483648000000000000]", "enabled: the value cannot be read"},
+        {"[title=<brush/>]", "title: the value cannot be read"},
+        {"[image=<pixmap>nothing.png</pixmap>]", "image: the value cannot be read"},
+        {"[image=<pixmap>/dev/zero</pixmap>]", "image: the value cannot be read"},
+        {"[image=<color><red>256</red><green>0</green><blue>0</blue></color>]",
          "image: the value cannot be read"},
-        {texts("image", "wrong"), "image: the object \"wrong\" does not fit"},
-        {texts("target", "nobody"), "target: there is no object \"nobody\""},
-        {set("target", "<number>1</number>"), "target: the value does not fit"},
-        {texts("action", "pushed:"), "action: \"pushed:\" does not fit"}, // without a target
-        {texts("target", "owner") + texts("action", "pulled:"), "action: \"pulled:\" does not fit"},
-        {texts("a&#10;b&#x9b;", ""), "a?b?: there is no such property"},
+        {"[image=wrong]", "image: the object \"wrong\" does not fit"},
+        {"[target=nobody]", "target: there is no object \"nobody\""},
+        {"[target=1]", "target: the value does not fit"},
+        {"[action=pushed:]", "action: \"pushed:\" does not fit"}, // without a target
+        {"[target=owner][action=pulled:]", "action: \"pulled:\" does not fit"},
+        {"[a&#10;b&#x9b;=]", "a?b?: there is no such property"},
     };
     for (const auto& [property, problem] : cases) {
         const Ref<NSView> top =
-            made(widget("NSView", "top",
-                        widget("NSButton", "wrong", property + texts("alternateTitle", "behind"))),
+            made("<NSView>\n<NSButton wrong>\n" + property + "[alternateTitle=behind]</NSButton></NSView>",
                  owner.get());
-        EXPECT_EQ(said, "2: NSButton \"wrong\": " + problem + "\n");
-        EXPECT_EQ(utf8(dynamic_cast<NSButton&>(*top->subviews().at(0)).alternateTitle()), "behind");
+        EXPECT_EQ(said, "3: NSButton \"wrong\": " + problem + "\n");
+        EXPECT_EQ(shown(top->subviews().at(0)->valueForKey("alternateTitle")), "behind");
     }
 }
 
 TEST_F(NSNibTest, AwakesViewsOnceWhenAllAreConnected)
 {
     awakened.clear();
-    const Ref<NSView> top =
-        made(widget("Sleeper", "top",
-                    geometry(0, 0, 200, 100) + texts("name", "outer") + texts("partner", "inner") +
-                        widget("Sleeper", "inner",
-                               geometry(10, 20, 30, 40) + texts("partner", "top") + texts("name", "inner"))));
+    const Ref<NSView> top = made(R"(<Sleeper top>[0,0,200,100][name=outer][partner=inner]
+        <Sleeper inner>[10,20,30,40][name=inner][partner=top]</Sleeper></Sleeper>)");
     EXPECT_EQ(said, "");
     EXPECT_EQ(awakened, (std::vector<std::string>{"inner in a view with 0 beside {{0, 0}, {200, 100}}",
                                                   "outer in nothing with 1 beside {{10, 40}, {30, 40}}"}));
@@ -351,17 +320,15 @@ TEST_F(NSNibTest, ConnectsTargetsAndOutletsByName)
 {
     const Ref<Owner> owner = make<Owner>();
     const Ref<ActionTarget> other = make<ActionTarget>();
-    const Ref<NSNib> nib = nibWith(
-        widget("NSView", "view",
-               widget("ZuToolButton", "button", texts("action", "pushed:") + texts("target", "owner")) +
-                   widget("NSTextField", "field", texts("delegate", "field") + texts("target", "other")) +
-                   widget("NSTextField", "misfit") + widget("QLabel", "label")));
+    const Ref<NSNib> nib = nibWith(R"(<NSView>
+        <ZuToolButton button>[action=pushed:][target=owner]</ZuToolButton>
+        <NSTextField field>[delegate=field][target=other]</NSTextField>
+        <NSTextField misfit/><QLabel label/></NSView>)");
     nib->setObject_forName(other, "other");
     const Ref<NSView> top = made(*nib, owner.get());
-    EXPECT_EQ(said, "2: NSTextField \"misfit\": it does not fit the owner's property of that name\n");
-    EXPECT_EQ(owner->view(), top);
-    ASSERT_NE(owner->button(), nullptr);
-    EXPECT_TRUE(owner->button()->valueForKey("action")->isEqual(text("pushed:").get()));
+    EXPECT_EQ(said, "4: NSTextField \"misfit\": it does not fit the owner's property of that name\n");
+    ASSERT_EQ(owner->button(), top->subviews().at(0));
+    EXPECT_EQ(shown(owner->button()->valueForKey("action")), "pushed:");
     owner->button()->performClick(nullptr);
     EXPECT_EQ(owner->senders, std::vector<NSObject*>{owner->button().get()});
     const auto& field = dynamic_cast<NSTextField&>(*top->subviews()[1]);
@@ -372,29 +339,27 @@ TEST_F(NSNibTest, ConnectsTargetsAndOutletsByName)
     made(*nib);
     EXPECT_EQ(said, "2: ZuToolButton \"button\": action: \"pushed:\" does not fit\n"
                     "2: ZuToolButton \"button\": target: there is no object \"owner\"\n"
-                    "2: NSTextField \"field\": target: there is no object \"other\"\n");
+                    "3: NSTextField \"field\": target: there is no object \"other\"\n");
 }
 
 TEST_F(NSNibTest, TakesTheFirstObjectOfAName)
 {
     const Ref<Owner> owner = make<Owner>();
-    const Ref<NSView> top =
-        made(widget("NSView", "view",
-                    widget("ZuToolButton", "button") + widget("ZuToolButton", "button") +
-                        widget("NSView", "") + widget("NSView", "") + widget("NSView", "owner")),
-             owner.get());
-    EXPECT_EQ(said, "2: ZuToolButton \"button\": another object has that name\n"
-                    "2: NSView \"owner\": another object has that name\n");
+    const Ref<NSView> top = made(R"(<NSView>
+        <ZuToolButton button/>
+        <ZuToolButton button/>
+        <NSView/><NSView/><NSView owner/></NSView>)",
+                                 owner.get());
+    EXPECT_EQ(said, "3: ZuToolButton \"button\": another object has that name\n"
+                    "4: NSView \"owner\": another object has that name\n");
     EXPECT_EQ(owner->button(), top->subviews().at(0));
 }
 
 TEST_F(NSNibTest, PutsAPlainViewInPlaceOfAnUnknownClass)
 {
-    const Ref<NSView> top = made(widget(
-        "NSView", "top",
-        widget("Zu&#10;Nothing", "x", geometry(1, 2, 3, 4) + widget("NSBox", "box") + widget("Owner", ""))));
-    EXPECT_EQ(said, "2: Zu?Nothing \"x\": there is no such class\n"
-                    "2: Owner \"\": there is no such class\n"); // which nobody can make
+    const Ref<NSView> top = made("<NSView><ZuNothing x><NSBox/><Owner/></ZuNothing></NSView>");
+    EXPECT_EQ(said, "1: ZuNothing \"x\": there is no such class\n"
+                    "1: Owner \"\": there is no such class\n"); // which nobody can make
     ASSERT_EQ(top->subviews().size(), 1U);
     EXPECT_EQ(top->subviews()[0]->classTable().name, "NSView");
     EXPECT_EQ(top->subviews()[0]->subviews().at(0)->classTable().name, "NSBox");
@@ -402,7 +367,6 @@ TEST_F(NSNibTest, PutsAPlainViewInPlaceOfAnUnknownClass)
 
 TEST_F(NSNibTest, KnowsEveryViewAndCellThatThereIs)
 {
-    std::string form;
     std::vector<std::string> names;
     for (const ClassTable* const table : kWindowClasses) {
         names.emplace_back(table->name);
@@ -418,7 +382,7 @@ TEST_F(NSNibTest, KnowsEveryViewAndCellThatThereIs)
     }
     for (const char* const name : {"NSView", "NSBox", "NSButton", "NSComboBox", "NSControl", "NSScrollView",
                                    "NSTextField", "ZuLine", "Sleeper"}) {
-        const Ref<NSView> top = made(widget(name, ""));
+        const Ref<NSView> top = made("<" + std::string(name) + "/>");
         EXPECT_EQ(said, "");
         EXPECT_EQ(top->classTable().name, name);
     }
@@ -426,19 +390,14 @@ TEST_F(NSNibTest, KnowsEveryViewAndCellThatThereIs)
 
 TEST_F(NSNibTest, PutsTablesTogether)
 {
-    const Ref<NSView> top = made(
-        widget("NSView", "top",
-               widget("NSScrollView", "scroller",
-                      geometry(0, 0, 300, 200) +
-                          widget("NSTableView", "table",
-                                 texts("delegate", "top") + set("rowHeight", "<number>30</number>") +
-                                     widget("ZuCheckTableHeaderView", "header", geometry(0, 0, 100, 40)) +
-                                     widget("NSTableColumn", "first",
-                                            set("width", "<number>50</number>") + texts("identifier", "1") +
-                                                texts("title", "Name") + widget("ZuTableHeaderCell", "") +
-                                                widget("ZuSmsImageCell", "cell",
-                                                       set("isTitleAlignCenter", "<bool>true</bool>"))) +
-                                     widget("NSTableColumn", "second")))));
+    const Ref<NSView> top = made(R"(<NSView top><NSScrollView>[0,0,300,200]
+        <NSTableView table>[delegate=top][rowHeight=30]
+            <ZuCheckTableHeaderView>[0,0,100,40]</ZuCheckTableHeaderView>
+            <NSTableColumn>[width=50][identifier=one][title=Name]
+                <ZuTableHeaderCell/><ZuSmsImageCell>[isTitleAlignCenter=true]</ZuSmsImageCell>
+            </NSTableColumn>
+            <NSTableColumn/>
+        </NSTableView></NSScrollView></NSView>)");
     EXPECT_EQ(said, "");
     auto& scroller = dynamic_cast<NSScrollView&>(*top->subviews().at(0));
     const Ref<NSTableView> table = scroller.documentView();
@@ -450,7 +409,7 @@ TEST_F(NSNibTest, PutsTablesTogether)
     EXPECT_EQ(table->headerView()->frame().size, (NSSize{300.0, 40.0}));
     ASSERT_EQ(table->tableColumns().size(), 2U);
     const NSTableColumn& first = *table->tableColumns()[0];
-    EXPECT_EQ(utf8(first.identifier()), "1");
+    EXPECT_EQ(utf8(first.identifier()), "one");
     EXPECT_EQ(utf8(first.title()), "Name");
     EXPECT_EQ(first.headerCell()->classTable().name, "ZuTableHeaderCell");
     // Awake, the cell has its defaults.
@@ -460,19 +419,17 @@ TEST_F(NSNibTest, PutsTablesTogether)
 
 TEST_F(NSNibTest, ReportsWhatIsInsideOfTheWrongThing)
 {
-    for (const auto& [inner, outer] : {std::pair("NSTableView", "NSView"),
+    for (const auto& [inner, outer] : {std::pair<std::string, std::string>("NSTableView", "NSView"),
                                        {"NSTableHeaderView", "NSScrollView"},
                                        {"NSTableColumn", "NSView"},
                                        {"ZuSmsImageCell", "NSButton"},
                                        {"NSButton", "NSTableView"},
                                        {"NSButton", "NSTableHeaderView"},
                                        {"NSButton", "NSTableColumn"}}) {
-        const bool isInTable = std::string_view(outer).starts_with("NSTable");
-        made(widget(
-            "NSScrollView", "",
-            widget(isInTable ? "NSTableView" : "NSView", "", widget(outer, "", widget(inner, "inner")))));
-        EXPECT_NE(said.find(std::string("2: ") + inner +
-                            " \"inner\": it cannot be inside of an object of class " + outer),
+        const std::string around = outer.starts_with("NSTable") ? "NSTableView" : "NSView";
+        made("<NSScrollView><" + around + "><" + outer + ">\n<" + inner + " inner/></" + outer + "></" +
+             around + "></NSScrollView>");
+        EXPECT_NE(said.find("2: " + inner + " \"inner\": it cannot be inside of an object of class " + outer),
                   said.npos)
             << said;
     }
@@ -482,78 +439,52 @@ TEST_F(NSNibTest, ReportsWhatIsInsideOfTheWrongThing)
 
 TEST_F(NSNibTest, HasFramesFollowTheLayouts)
 {
-    const std::string box = layout(
-        "QHBoxLayout",
-        item(widget("ZuFlippedView", "left",
-                    size("minimumSize", 60, 0) + size("maximumSize", 60, 1000) +
-                        layout("QGridLayout", item(widget("Sleeper", ""), "row='0' column='0'") +
-                                                  item(widget("Sleeper", ""), "row='1' column='0'")))) +
-            item("<spacer>" + set("orientation", "<enum>Qt::Horizontal</enum>") + "</spacer>") +
-            item(widget("QWidget", "between",
-                        size("minimumSize", 80, 0) + size("maximumSize", 80, 1000) +
-                            widget("Sleeper", "", geometry(5, 6, 7, 8)))));
-    const Ref<NSView> top = made(widget(
-        "NSView", "top",
-        geometry(0, 0, 200, 100) +
-            layout("QVBoxLayout", item(widget("Sleeper", "line",
-                                              size("minimumSize", 0, 10) + size("maximumSize", 1000, 10))) +
-                                      item(box))));
+    const Ref<NSView> top = made(R"(<NSView>[0,0,200,100]<QVBoxLayout>
+        <item><Sleeper>[minimumSize=0x10][maximumSize=1000x10]</Sleeper></item>
+        <item><QHBoxLayout>
+            <item><ZuFlippedView>[minimumSize=60x0][maximumSize=60x1000]<QGridLayout>
+                <item row='0' column='0'><Sleeper/></item><item row='1' column='0'><Sleeper/></item>
+            </QGridLayout></ZuFlippedView></item>
+            <item><spacer><property name='orientation'><enum>Qt::Horizontal</enum></property></spacer></item>
+            <item><QWidget>[minimumSize=80x0][maximumSize=80x1000]<Sleeper>[5,6,7,8]</Sleeper></QWidget></item>
+        </QHBoxLayout></item>
+        </QVBoxLayout></NSView>)");
     EXPECT_EQ(said, "");
     EXPECT_EQ(frames(*top),
               "{{0, 90}, {200, 10}} {{0, 0}, {60, 90}} [{{0, 0}, {60, 45}} {{0, 45}, {60, 45}}] "
               "{{125, 76}, {7, 8}}");
-    const Ref<NSWindow> window = make<NSWindow>()->initWithContentRect_styleMask(
-        NSMakeRect(0.0, 0.0, 300.0, 150.0), NSWindowStyleMaskResizable);
-    window->setContentView(top);
-    window->makeKeyAndOrderFront();
-    QApplication::processEvents();
-    EXPECT_EQ(frames(*top),
+    EXPECT_EQ(framesInWindow(top, 300.0, 150.0),
               "{{0, 140}, {300, 10}} {{0, 0}, {60, 140}} [{{0, 0}, {60, 70}} {{0, 70}, {60, 70}}] "
               "{{225, 126}, {7, 8}}");
 }
 
 TEST_F(NSNibTest, HasFramesFollowWidgetsOfTheToolkit)
 {
-    const auto title = [](const std::string& words) {
-        return "<attribute name='title'><string>" + words + "</string></attribute>";
-    };
-    const Ref<NSView> top = made(widget(
-        "NSView", "top",
-        geometry(0, 0, 400, 300) +
-            widget("QTabWidget", "tabs",
-                   geometry(10, 20, 200, 100) +
-                       widget("QWidget", "",
-                              title("One") +
-                                  layout("QVBoxLayout", item(widget("Sleeper", "", texts("name", "one"))))) +
-                       widget("Sleeper", "", title("Two") + texts("name", "two"))) +
-            widget(
-                "QFrame", "outer",
-                geometry(100, 200, 50, 50) +
-                    widget("QFrame", "inner",
-                           geometry(10, 10, 30, 30) +
-                               widget("NSView", "",
-                                      geometry(1, 2, 10, 10) + widget("NSView", "", geometry(3, 1, 2, 2))))) +
-            widget("QScrollArea", "",
-                   geometry(300, 0, 100, 100) + widget("Sleeper", "", geometry(0, 0, 300, 300)))));
+    const Ref<NSView> top = made(R"(<NSView>
+        <QTabWidget>[10,20,200,100]
+            <QWidget><QVBoxLayout><item><Sleeper>[name=one]</Sleeper></item></QVBoxLayout></QWidget>
+            <Sleeper>[name=two]<attribute name='title'><string>Two</string></attribute></Sleeper>
+        </QTabWidget>
+        <QFrame outer>[100,200,50,50]<QFrame inner>[10,10,30,30]
+            <NSView>[1,2,10,10]<NSView>[3,1,2,2]</NSView></NSView>
+        </QFrame></QFrame>
+        <QScrollArea>[300,0,100,100]<Sleeper>[0,0,300,300]</Sleeper></QScrollArea>
+        </NSView>)");
     EXPECT_EQ(said, "");
-    const Ref<NSWindow> window = make<NSWindow>()->initWithContentRect_styleMask(
-        NSMakeRect(0.0, 0.0, 400.0, 300.0), NSWindowStyleMaskResizable);
-    window->setContentView(top);
-    window->makeKeyAndOrderFront();
+    framesInWindow(top, 400.0, 300.0);
     auto* const tabs = top->widget()->findChild<QTabWidget*>();
     EXPECT_EQ(tabs->tabText(1), "Two");
     for (int current : {0, 1}) {
         tabs->setCurrentIndex(current);
         QApplication::processEvents();
         for (const Ref<NSView>& view : {top->subviews()[0], top->subviews()[1]}) {
-            const QWidget& shown = *view->widget();
-            const bool isCurrent =
-                utf8(dynamic_cast<Sleeper&>(*view).name()) == (current == 0 ? "one" : "two");
-            EXPECT_EQ(shown.isVisible(), isCurrent);
-            const QPoint place = shown.mapTo(top->widget(), QPoint());
+            const QWidget& page = *view->widget();
+            const bool isCurrent = shown(view->valueForKey("name")) == (current == 0 ? "one" : "two");
+            EXPECT_EQ(page.isVisible(), isCurrent);
+            const QPoint place = page.mapTo(top->widget(), QPoint());
             EXPECT_GT(place.y(), 20);
-            EXPECT_EQ(view->frame(), NSMakeRect(place.x(), 300.0 - place.y() - shown.height(), shown.width(),
-                                                shown.height()));
+            EXPECT_EQ(view->frame(),
+                      NSMakeRect(place.x(), 300.0 - place.y() - page.height(), page.width(), page.height()));
         }
     }
     const NSView& inFrame = *top->subviews()[2];
@@ -568,13 +499,10 @@ TEST_F(NSNibTest, HasFramesFollowWidgetsOfTheToolkit)
 
 TEST_F(NSNibTest, PlacesViewsByTheirFramesWhereNothingElseDoes)
 {
-    const Ref<NSView> top = made(widget(
-        "QWidget", "top",
-        geometry(50, 60, 200, 100) +
-            widget("NSView", "", geometry(10, 10, 50, 20) + widget("NSView", "", geometry(1, 2, 3, 4))) +
-            widget("ZuFlippedView", "",
-                   geometry(70, 10, 50, 20) + widget("NSView", "", geometry(1, 2, 3, 4))) +
-            widget("QWidget", "", layout("QVBoxLayout", item(widget("NSView", "held"))))));
+    const Ref<NSView> top = made(R"(<QWidget>[50,60,200,100]
+        <NSView>[10,10,50,20]<NSView>[1,2,3,4]</NSView></NSView>
+        <ZuFlippedView>[70,10,50,20]<NSView>[1,2,3,4]</NSView></ZuFlippedView>
+        <QWidget><QVBoxLayout><item><NSView/></item></QVBoxLayout></QWidget></QWidget>)");
     EXPECT_EQ(top->classTable().name, "NSView");
     EXPECT_EQ(top->frame(), NSMakeRect(0.0, 0.0, 200.0, 100.0));
     EXPECT_EQ(frames(*top),
@@ -600,23 +528,16 @@ TEST_F(NSNibTest, PlacesViewsByTheirFramesWhereNothingElseDoes)
 
 TEST_F(NSNibTest, TakesAnythingForTheTop)
 {
-    struct {
-        std::string form;
-        std::string frames;
-    } const cases[] = {
-        {widget("NSView", "", geometry(1, 2, 80, 40)), ""},
-        {widget("NSView", "",
-                layout("QVBoxLayout",
-                       item(widget("NSView", "")) +
-                           item("<spacer>" + size("sizeHint", 80, 40) +
-                                set("sizeType", "<enum>QSizePolicy::Preferred</enum>") + "</spacer>"))),
+    const std::pair<const char*, const char*> cases[] = {
+        {"<NSView>[1,2,80,40]</NSView>", ""},
+        {R"(<NSView><QVBoxLayout><item><NSView/></item><item><spacer>
+            <property name='sizeHint'><size><width>80</width><height>40</height></size></property>
+            <property name='sizeType'><enum>QSizePolicy::Preferred</enum></property>
+            </spacer></item></QVBoxLayout></NSView>)",
          "{{0, 40}, {80, 0}}"},
-        {widget("QDialog", "", geometry(1, 2, 80, 40) + widget("NSView", "", geometry(10, 0, 20, 30))),
-         "{{10, 10}, {20, 30}}"},
-        {widget("QMainWindow", "",
-                geometry(1, 2, 80, 40) +
-                    widget("QWidget", "", layout("QVBoxLayout", item(widget("NSView", "")))) +
-                    widget("QMenuBar", "")),
+        {"<QDialog>[1,2,80,40]<NSView>[10,0,20,30]</NSView></QDialog>", "{{10, 10}, {20, 30}}"},
+        {R"(<QMainWindow>[1,2,80,40]<QMenuBar/>
+            <QWidget><QVBoxLayout><item><NSView/></item></QVBoxLayout></QWidget></QMainWindow>)",
          "{{0, 0}, {80, 40}}"},
     };
     for (const auto& [form, expected] : cases) {
@@ -625,29 +546,20 @@ TEST_F(NSNibTest, TakesAnythingForTheTop)
         EXPECT_EQ(top->frame(), NSMakeRect(0.0, 0.0, 80.0, 40.0)) << form;
         EXPECT_EQ(frames(*top), expected) << form;
         EXPECT_EQ(top->superview(), nullptr);
-        const Ref<NSWindow> window = make<NSWindow>()->initWithContentRect_styleMask(
-            NSMakeRect(0.0, 0.0, 80.0, 40.0), NSWindowStyleMaskResizable);
-        window->setContentView(top);
-        window->makeKeyAndOrderFront();
-        EXPECT_EQ(frames(*top), expected) << form;
+        EXPECT_EQ(framesInWindow(top, 80.0, 40.0), expected) << form;
     }
-    made(widget("NSTableView", "", geometry(0, 0, 10, 10)));
-    EXPECT_EQ(said, "2: NSTableView \"\": it cannot be inside of an object of class NSView\n");
+    made("<NSTableView>[0,0,10,10]</NSTableView>");
+    EXPECT_EQ(said, "1: NSTableView \"\": it cannot be inside of an object of class NSView\n");
 }
 
 TEST_F(NSNibTest, KeepsTheOrderOfTheFile)
 {
-    std::string form;
-    for (const char* const name : {"a", "b", "c"}) {
-        form += widget("NSTextField", name, texts("stringValue", name));
-    }
-    form += widget("QPushButton", "push") + widget("NSScrollView", "", widget("NSTableView", "table"));
-    std::string stops;
-    for (const char* const name : {"c", "table", "nothing", "push", "a", "b"}) {
-        stops += "<tabstop>" + std::string(name) + "</tabstop>";
-    }
-    const Ref<NSView> top = made(widget("NSView", "", form + "<zorder>c</zorder><zorder>a</zorder>") +
-                                 "<tabstops>" + stops + "</tabstops>");
+    const Ref<NSView> top = made(
+        R"(<NSView><NSTextField a>[stringValue=a]</NSTextField><NSTextField b>[stringValue=b]</NSTextField>
+        <NSTextField c>[stringValue=c]</NSTextField><QPushButton push/>
+        <NSScrollView><NSTableView table/></NSScrollView><zorder>c</zorder><zorder>a</zorder></NSView>
+        <tabstops><tabstop>c</tabstop><tabstop>table</tabstop><tabstop>nothing</tabstop>
+        <tabstop>push</tabstop><tabstop>a</tabstop><tabstop>b</tabstop></tabstops>)");
     EXPECT_EQ(said, "");
     std::string order;
     for (const Ref<NSView>& view : top->subviews()) {
@@ -656,10 +568,10 @@ TEST_F(NSNibTest, KeepsTheOrderOfTheFile)
     }
     EXPECT_EQ(order, "b-ca");
     const auto find = [&](const char* name) { return top->widget()->findChild<QWidget*>(name); };
-    QWidget* taker = find("c")->findChild<QTextEdit*>();
+    const auto editor = [&](const char* name) -> QWidget* { return find(name)->findChild<QTextEdit*>(); };
+    QWidget* taker = editor("c");
     for (QWidget* const expected : {taker, static_cast<QWidget*>(top->widget()->findChild<QTreeView*>()),
-                                    find("push"), static_cast<QWidget*>(find("a")->findChild<QTextEdit*>()),
-                                    static_cast<QWidget*>(find("b")->findChild<QTextEdit*>()), taker}) {
+                                    find("push"), editor("a"), editor("b"), taker}) {
         EXPECT_EQ(taker, expected);
         do {
             taker = taker->nextInFocusChain();
@@ -671,15 +583,12 @@ TEST_F(NSNibTest, KeepsTheOrderOfTheFile)
 
 TEST_F(NSNibTest, TranslatesWhatIsToBeTranslated)
 {
-    const Ref<NSNib> nib = nibWith(
-        widget("NSView", "top",
-               texts("windowTitle", "phone") + texts("toolTip", "") +
-                   widget("NSButton", "button",
-                          texts("title", "contacts &amp; more") +
-                              set("toolTip", "<string notr='true'>tip</string>") + texts("target", "top") +
-                              set("alternateTitle", "<cstring>raw</cstring>")) +
-                   widget("QLabel", "label", texts("text", "a &amp; b")) +
-                   widget("QLabel", "plain", set("text", "<string notr='true'>plain</string>"))));
+    const Ref<NSNib> nib = nibWith(R"(<NSView top>[windowTitle=phone][toolTip=]
+        <NSButton>[title=contacts &amp; more][target=top]
+            <property name='toolTip'><string notr='true'>tip</string></property>
+            <property name='alternateTitle'><cstring>raw</cstring></property></NSButton>
+        <QLabel label>[text=a &amp; b]</QLabel>
+        <QLabel plain><property name='text'><string notr='true'>plain</string></property></QLabel></NSView>)");
     std::vector<std::string> asked;
     nib->setTranslation([&](NSString* each) -> Ref<NSString> {
         asked.push_back(each->UTF8String());
@@ -696,6 +605,7 @@ TEST_F(NSNibTest, TranslatesWhatIsToBeTranslated)
     EXPECT_EQ(utf8(button.toolTip()), "tip");
     EXPECT_EQ(utf8(button.alternateTitle()), "raw");
     EXPECT_EQ(button.target(), german);
+    EXPECT_EQ(utf8(german->toolTip()), "") << "nothing is no text to be translated";
     EXPECT_EQ(label(*german, "label"), "a & b<\xc3\xa4>");
     EXPECT_EQ(label(*german, "plain"), "plain");
 
@@ -708,15 +618,11 @@ TEST_F(NSNibTest, TranslatesWhatIsToBeTranslated)
 
 TEST_F(NSNibTest, LeavesNothingBehind)
 {
-    const std::string table =
-        widget("NSTableView", "", widget("NSTableColumn", "", widget("ZuSmsImageCell", "")));
-    const Ref<NSNib> nib = nibWith(
-        widget("QMainWindow", "",
-               widget("QWidget", "",
-                      layout("QVBoxLayout",
-                             item(widget("Sleeper", "", texts("partner", "kept"))) +
-                                 item(widget("NSScrollView", "", table)) +
-                                 item(widget("QGroupBox", "group", widget("NSTextField", "kept")))))));
+    const Ref<NSNib> nib = nibWith(R"(<QMainWindow><QWidget><QVBoxLayout>
+        <item><Sleeper>[partner=kept]</Sleeper></item>
+        <item><NSScrollView><NSTableView><NSTableColumn><ZuSmsImageCell/></NSTableColumn></NSTableView>
+            </NSScrollView></item>
+        <item><QGroupBox><NSTextField kept/></QGroupBox></item></QVBoxLayout></QWidget></QMainWindow>)");
     const auto widgets = QApplication::allWidgets().size();
     Ref<NSView> top = made(*nib);
     EXPECT_EQ(said, "");
@@ -742,7 +648,7 @@ TEST_F(NSNibTest, LeavesNothingBehind)
 
 TEST_F(NSNibTest, RefusesWhatIsNoForm)
 {
-    const auto repeated = [](const char* part, int count) {
+    const auto repeated = [](const std::string& part, int count) {
         std::string all;
         for (int done = 0; done < count; ++done) {
             all += part;
@@ -750,11 +656,12 @@ TEST_F(NSNibTest, RefusesWhatIsNoForm)
         return all;
     };
     const auto form = [](const std::string& content) {
-        return "<ui version='4.0'>\n<widget class='QWidget' name=''>" + content + "</widget></ui>";
+        return "<ui version='4.0'>\n" + written("<QWidget>" + content + "</QWidget></ui>");
     };
-    const auto grid = [&](const char* place) {
-        return form("\n" + layout("QGridLayout", item(widget("QLabel", ""), place)));
+    const auto grid = [&](const std::string& place) {
+        return form("\n<QGridLayout><item " + place + "><QLabel/></item></QGridLayout>");
     };
+    const std::string rows = repeated("<row/>", 256) + repeated("<column/>", 256);
     struct {
         std::string file;
         std::string problem;
@@ -765,32 +672,28 @@ TEST_F(NSNibTest, RefusesWhatIsNoForm)
         {form("<widget cl").substr(0, 60), "2: Premature end of document."},
         {"<ui version='4.0'/>", "1: there is no widget"},
         {"<ui version='3.3'><widget/></ui>", "1: this is no form, or one of another version than 4"},
-        {"\n<html><widget class='NSView' name=''/></html>",
-         "2: this is no form, or one of another version than 4"},
+        {"\n<html version='4.0'><widget/></html>", "2: this is no form, or one of another version than 4"},
         {form("") + form(""), "2: Extra content at end of document."},
         {"<ui version='4.0'><widget/>\n<widget/></ui>", "2: there are too many widgets"},
         {form(repeated("<widget class='QWidget'>", 100000)), "2: elements are nested too deeply"},
-        {form(repeated("<widget class='QWidget'/>", 4096)), "2: there are too many widgets"},
-        {form(widget("QWidget", "", "\n<layout class='QLayout'/>")), "3: there can be no such layout"},
-        {form(layout("QGridLayout", "") + "\n<Layout class='QGridLayout'/>"),
-         "3: there is one too many inside"},
-        {form("\n" + widget("QScrollArea", "", layout("QVBoxLayout", ""))), "3: there can be no such layout"},
-        {form(widget("QScrollArea", "", widget("QLabel", "") + "\n<widget class='QLabel'/>")),
-         "3: there is one too many inside"},
+        {form(repeated("<QWidget/>", 4096)), "2: there are too many widgets"},
+        {form("<QWidget>\n<layout class='QLayout'/></QWidget>"), "3: there can be no such layout"},
+        {form("<QGridLayout/>\n<Layout class='QGridLayout'/>"), "3: there is one too many inside"},
+        {form("<QScrollArea>\n<QVBoxLayout/></QScrollArea>"), "3: there can be no such layout"},
+        {form("<QScrollArea><QLabel/>\n<QLabel/></QScrollArea>"), "3: there is one too many inside"},
+        {form(repeated("<layout class='QGridLayout'><item>", 16) + "\n<QGridLayout/>"),
+         "3: layouts are nested too deeply"},
         {grid("row='257' column='0'"), "3: there cannot be so many rows or columns"},
         {grid("row='0' column='-1'"), "3: there cannot be so many rows or columns"},
         {grid("row='0' column='0' rowspan='2147483647'"), "3: there cannot be so many rows or columns"},
         {grid("row='0' column='0' colspan='a'"), "3: there cannot be so many rows or columns"},
-        {form(widget("QTableWidget", "", set("rowCount", "<number>2000000000</number>"))),
+        {form("<QTableWidget>[rowCount=2000000000]</QTableWidget>"),
          "2: there cannot be so many rows or columns"},
-        {form(widget("QTableWidget", "", repeated("<row/>", 256) + repeated("<column/>", 256) + "\n<row/>")),
+        {form("<QTableWidget>" + rows + "\n<row/></QTableWidget>"),
          "3: there cannot be so many rows or columns"},
-        {form(widget("QTableWidget", "",
-                     repeated("<row/>", 256) + repeated("<column/>", 256) + "\n<column/>")),
+        {form("<QTableWidget>" + rows + "\n<column/></QTableWidget>"),
          "3: there cannot be so many rows or columns"},
-        {form(repeated("<layout class='QGridLayout'><item>", 16) + "\n<layout class='QGridLayout'>"),
-         "3: layouts are nested too deeply"},
-        {form(geometry(0, 0, 2147483647, 1)), "2: a length is too large"},
+        {form("<QLabel>[0,0,2147483647,1]</QLabel>"), "2: a length is too large"},
         {"<!DOCTYPE ui [<!ENTITY a '" + repeated("a", 2000) + "'><!ENTITY b '" + repeated("&a;", 2000) +
              "'>]>" + form("&b;"),
          "2: Entity expands to more characters than the entity expansion limit."},
@@ -799,10 +702,8 @@ TEST_F(NSNibTest, RefusesWhatIsNoForm)
         EXPECT_EQ(made(*nibOf(file)), nullptr) << problem;
         EXPECT_EQ(said, problem + "\n");
     }
-    const std::string dropped = "<customwidgets>\n</customwidgets>";
-    const std::string button = widget("NSButton", "", set("title", "<string>\n</string>\n"));
-    EXPECT_EQ(made(*nibOf("<ui version='4.0'>" + dropped + "\n" + widget("QWidget", "", button + "<foo/>") +
-                          "</ui>")),
+    // The form loader's own complaint.
+    EXPECT_EQ(made(*nibOf(form("<customwidgets>\n</customwidgets>\n<NSButton>[title=\n]</NSButton><foo/>"))),
               nullptr);
     EXPECT_NE(said.find("\n An error has occurred while reading the UI file at line 5,"), said.npos) << said;
 }
