@@ -38,8 +38,9 @@ public:
     {
         const QStringList chosen = selectedFiles();
         const auto isFolder = [](const QString& path) { return QFileInfo(path).isDir(); };
-        // Typed names are not filtered by the toolkit.
-        if (!std::ranges::all_of(chosen,
+        // Names that are typed, or how many, the toolkit does not mind.
+        if ((chosen.size() > 1 && fileMode() != ExistingFiles) ||
+            !std::ranges::all_of(chosen,
                                  [&](const QString& path) { return isFolder(path) || isAllowed(path); })) {
             return;
         }

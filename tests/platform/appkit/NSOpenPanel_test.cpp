@@ -138,6 +138,7 @@ TEST_F(NSOpenPanelTest, AnswersWhatIsChosen)
     EXPECT_EQ(choose(replaced), "(message) cancelled") << "its name is no text";
     EXPECT_EQ(panel->URLs()->count(), 0U);
 
+    EXPECT_EQ(choose(several.c_str()), "cancelled");
     panel->setAllowsMultipleSelection(true);
     EXPECT_EQ(choose(several.c_str()), "x y.txt;a.TXT;c.png;");
     panel->setAllowedFileTypes(NSArray<NSString>::arrayWithObjects({text("txt"), text("tar.gz")}));
