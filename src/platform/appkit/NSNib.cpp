@@ -32,7 +32,6 @@
 
 #include <algorithm>
 #include <array>
-#include <memory>
 #include <utility>
 
 namespace
@@ -54,19 +53,6 @@ std::string printable(const QString& text)
         shown, [](QChar each) { return !each.isPrint(); }, QChar(u'?'));
     return shown.toStdString();
 }
-
-/// While it lives, the toolkit finds no plugins.
-class WithoutPlugins
-{
-public:
-    WithoutPlugins() { QCoreApplication::setLibraryPaths({}); }
-    ~WithoutPlugins() { QCoreApplication::setLibraryPaths(_paths); }
-    WithoutPlugins(const WithoutPlugins&) = delete;
-    WithoutPlugins& operator=(const WithoutPlugins&) = delete;
-
-private:
-    const QStringList _paths = QCoreApplication::libraryPaths();
-};
 
 /// The toolkit's form loader, which has others make what it does not know.
 class FormLoader final : public QUiLoader
@@ -118,11 +104,8 @@ private:
         bool isStandIn = false;
     };
 
-    void report(std::size_t place, const std::string& problem) const
-    {
-        report(place, _form.objects[place].line, problem);
-    }
-    void report(std::size_t place, qint64 line, const std::string& problem) const;
+    /// Reports a problem with an object, or with its property in a line.
+    void report(std::size_t place, const std::string& problem, qint64 line = 0) const;
 
     /// The widget at the top; null if the file is no form.
     QWidget* load();
@@ -158,10 +141,10 @@ private:
     std::map<QString, Ref<NSImage>> _images;
 };
 
-void NSNib::Instance::report(std::size_t place, qint64 line, const std::string& problem) const
+void NSNib::Instance::report(std::size_t place, const std::string& problem, qint64 line) const
 {
     const FormObject& object = _form.objects[place];
-    diagnose("instantiateWithOwner", _nib._path + ':' + std::to_string(line) + ": " +
+    diagnose("instantiateWithOwner", _nib._path + ':' + std::to_string(line > 0 ? line : object.line) + ": " +
                                          printable(object.className) + " \"" + printable(object.name) +
                                          "\": " + problem);
 }
@@ -183,7 +166,6 @@ Ref<NSView> NSNib::Instance::make()
     setProperties();
     // A picture of a place where nothing is: none is drawn, but what does not show yet is laid out for it.
     peer.grab(QRect(QPoint(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX), QSize(-1, -1)));
-    view->setFrame(fromQt(QRectF(QPointF(), peer.size())));
     putInside(peer, *view, false);
     for (const Made& made : _made) {
         if (made.isStandIn) {
@@ -205,12 +187,11 @@ Ref<NSView> NSNib::Instance::make()
 
 QWidget* NSNib::Instance::load()
 {
-    const auto loader = [this] {
-        const WithoutPlugins meanwhile; // it would load all of Designer's that are installed
-        return std::make_unique<FormLoader>(
-            [this](std::size_t place, QWidget* parent) { return makeObject(place, parent); });
-    }();
-    QStringList classesOfToolkit = loader->availableWidgets();
+    const QStringList paths = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({}); // where it would load all plugins for Designer from
+    FormLoader loader([this](std::size_t place, QWidget* parent) { return makeObject(place, parent); });
+    QCoreApplication::setLibraryPaths(paths);
+    QStringList classesOfToolkit = loader.availableWidgets();
     classesOfToolkit << QStringLiteral("Line");                  // which it makes, and does not list
     classesOfToolkit.removeAll(QStringLiteral("QOpenGLWidget")); // which crashes where there is no OpenGL
     _form = readForm(
@@ -226,11 +207,11 @@ QWidget* NSNib::Instance::load()
         return nullptr;
     }
     _made.resize(_form.objects.size());
-    loader->setWorkingDirectory(QFileInfo(QString::fromStdString(_nib._path)).dir());
+    loader.setWorkingDirectory(QFileInfo(QString::fromStdString(_nib._path)).dir());
     QBuffer document(&_form.document);
     document.open(QIODevice::ReadOnly);
-    QWidget* const top = loader->load(&document);
-    _form.problem = u' ' + loader->errorString(); // which tells the line in its own way
+    QWidget* const top = loader.load(&document);
+    _form.problem = u' ' + loader.errorString(); // which tells the line in its own way
     return top;
 }
 
@@ -306,7 +287,7 @@ void NSNib::Instance::setProperties()
     for (const auto& [place, property] : waiting) {
         const std::string problem = setProperty(*_made[place].object, *property);
         if (!problem.empty()) {
-            report(place, property->line, printable(property->name) + ": " + problem);
+            report(place, printable(property->name) + ": " + problem, property->line);
         }
     }
 }

@@ -22,10 +22,11 @@ class NSView;
 /// they live as long as something that they are connected to keeps them. A class that nobody knows is
 /// reported, and an `NSView` takes its place.
 ///
-/// The toolkit's own widgets, layouts and tab order are what they are in any form. What is inside of a widget
-/// of the toolkit's is a subview of the next view around that. A view that such a widget or a layout holds
-/// stays where that places it, and its frame follows. All others have the frame that their `geometry` says,
-/// whose y is counted from above in the form as it stands in the file, and keep it.
+/// The toolkit's own widgets, layouts and tab order are what they are in any form, but for widgets that need
+/// OpenGL. They read what files their pictures, texts and style sheets name. What is inside of a widget of
+/// the toolkit's is a subview of the next view around that. A view that such a widget or a layout holds stays
+/// where that places it, and its frame follows. All others have the frame that their `geometry` says, whose y
+/// is counted from above in the form as it stands in the file, and keep it.
 ///
 /// Properties are those of the class tables, and `visible` and `accessibleName` of all widgets; whatever else
 /// widgets have does not count. A text stands for
@@ -35,8 +36,8 @@ class NSView;
 /// - a method of the `target`, as `action`,
 /// - an image, by its path from the form's folder, or from the resources of the main bundle.
 ///
-/// Icons and pixmaps stand for images likewise. The size of a font is in points of the drawing. What cannot
-/// be set is reported with its line, and left out.
+/// Icons and pixmaps stand for images likewise. The size of a font is in points of the drawing; one without a
+/// family is "Arial". What cannot be set is reported with its line, and left out.
 class TESSALINE_EXPORT NSNib final : public NSObject
 {
 public:
@@ -70,7 +71,8 @@ public:
     /// another class of the toolkit's fills a view. With that view goes all that nothing else keeps alive.
     ///
     /// Null, which is reported with the line, if the file is no form, or has more than 4,096 widgets,
-    /// elements nested deeper than 200, or more than 256 rows or columns in one place.
+    /// elements nested deeper than 200, layouts deeper than 16 without a widget between, or more than 256
+    /// rows or columns in one place.
     Ref<NSView> instantiateWithOwner(NSObject* owner);
 
     /// The title for the window that what was made last has at its top; empty if it has none. Null before.

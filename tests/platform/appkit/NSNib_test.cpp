@@ -1,6 +1,5 @@
 #include "platform/appkit/NSNib.h"
 
-#include "platform/appkit/NSBox.h"
 #include "platform/appkit/NSScrollView.h"
 #include "platform/appkit/NSTableColumn.h"
 #include "platform/appkit/NSTableHeaderCell.h"
@@ -17,8 +16,6 @@
 #include "support/Drawing.h"
 #include "support/TemporaryFolder.h"
 #include "window/Classes.h"
-#include "window/DragDropView.h"
-#include "window/ZuSimpleButton.h"
 #include "window/ZuSmsImageCell.h"
 #include "window/ZuToolButton.h"
 
@@ -105,6 +102,8 @@ constexpr std::array kOwnerProperties{
 constexpr std::array kOwnerSelectors{selector<&ActionTarget::pushed>(ActionTarget::kAction.name)};
 
 constinit const ClassTable Owner::table{"Owner", &NSObject::table, kOwnerProperties, kOwnerSelectors};
+constinit const ClassTable kHelper{"Helper", &NSObject::table, {}, {}, makeObject<ActionTarget>};
+constinit const ClassTable kOtherLine{"ZuLine", &NSView::table, {}, {}, makeObject<Sleeper>};
 
 /// A form in full. In `notation`, an element that begins with a capital letter is a widget, or a layout
 /// without margins, of that class and perhaps name; a property is in brackets.
@@ -172,7 +171,7 @@ protected:
     }
     Ref<NSNib> nibOf(const std::string& file) const
     {
-        static constexpr std::array kOwn{&Sleeper::table, &Owner::table};
+        static constexpr std::array kOwn{&Sleeper::table, &Owner::table, &kHelper, &kOtherLine};
         folder.write("form.ui", file);
         Ref<NSNib> nib =
             make<NSNib>()->initWithContentsOfFile(text((folder.path() / "form.ui").c_str()).get());
@@ -228,10 +227,13 @@ TEST_F(NSNibTest, SetsPropertiesOfEveryKind)
          "sRGB(0, 0, 0, 1)"},
         {"NSBox", "[borderWidth=<double>2.5</double>]", "borderWidth", "2.5"},
         {"NSBox", "[cornerRadius=3]", "cornerRadius", "3.0"},
+        {"NSBox", "[cornerRadius=<uint> 4\n</uint>]", "cornerRadius", "4.0"},
+        {"NSBox", "[cornerRadius=<float>5</float>]", "cornerRadius", "5.0"},
         {"NSBox", "[transparent=true]", "transparent", "1.0"},
         {"NSButton", "[title=Contacts]", "title", "Contacts"},
         {"NSButton", "[enabled=false]", "enabled", "0.0"},
         {"NSButton", "[image=picture.png]", "image", "image {{0, 0}, {2, 1}}"},
+        {"NSButton", "[image=<pixmap>picture.png</pixmap>]", "image", "image {{0, 0}, {2, 1}}"},
         {"NSButton", "[image=<iconset><normaloff>calendar@2x.png</normaloff>other.png</iconset>]", "image",
          "image {{0, 0}, {32, 32}}"}, // of the main bundle
         {"NSTextField", "[stringValue=<cstring>text</cstring>]", "stringValue", "text"},
@@ -260,13 +262,16 @@ TEST_F(NSNibTest, SetsPropertiesOfEveryKind)
 
 TEST_F(NSNibTest, LeavesOtherWidgetsToTheToolkit)
 {
+    QImage(2, 1, QImage::Format_RGB32).save(QString::fromStdString(folder.path() / "picture.png"));
     const Ref<NSView> top = made(R"(<QWidget>[enabled=false]<Line line/>
+        <QLabel>[pixmap=<pixmap>picture.png</pixmap>]</QLabel>
         <QRadioButton><attribute name='buttonGroup'><string>group</string></attribute></QRadioButton>
         <QRadioButton><attribute name='buttonGroup'/></QRadioButton>
         </QWidget><buttongroups><buttongroup name='group'/></buttongroups>)");
     EXPECT_EQ(said, "");
     EXPECT_FALSE(top->widget()->isEnabled());
     EXPECT_NE(top->widget()->findChild<QFrame*>("line"), nullptr);
+    EXPECT_EQ(top->widget()->findChild<QLabel*>()->pixmap().size(), QSize(2, 1));
     EXPECT_EQ(top->widget()->findChild<QButtonGroup*>("group")->buttons().size(), 1);
     made("<QOpenGLWidget/>");
     EXPECT_EQ(said, "1: QOpenGLWidget \"\": there is no such class\n");
@@ -280,6 +285,7 @@ TEST_F(NSNibTest, ReportsWhatCannotBeSetAndGoesOn)
         std::string problem;
     } const cases[] = {
         {"[colour=red]", "colour: there is no such property"},
+        {"[" + std::string(101, 'c') + "=red]", std::string(100, 'c') + ": there is no such property"},
         {"[title=1]", "title: the value does not fit"},
         {"[enabled=yes]", "enabled: \"yes\" does not fit"},
         {"[enabled=<bool>yes</bool>]", "enabled: the value cannot be read"},
@@ -287,6 +293,7 @@ TEST_F(NSNibTest, ReportsWhatCannotBeSetAndGoesOn)
         {"[enabled=2147483648000000000000]", "enabled: the value cannot be read"},
         {"[title=<brush/>]", "title: the value cannot be read"},
         {"[image=<pixmap>nothing.png</pixmap>]", "image: the value cannot be read"},
+        {"[image=.]", "image: \".\" does not fit"},
         {"[image=<pixmap>/dev/zero</pixmap>]", "image: the value cannot be read"},
         {"[image=<color><red>256</red><green>0</green><blue>0</blue></color>]",
          "image: the value cannot be read"},
@@ -323,7 +330,7 @@ TEST_F(NSNibTest, ConnectsTargetsAndOutletsByName)
     const Ref<NSNib> nib = nibWith(R"(<NSView>
         <ZuToolButton button>[action=pushed:][target=owner]</ZuToolButton>
         <NSTextField field>[delegate=field][target=other]</NSTextField>
-        <NSTextField misfit/><QLabel label/></NSView>)");
+        <NSTextField misfit/><QLabel label/><Helper/></NSView>)");
     nib->setObject_forName(other, "other");
     const Ref<NSView> top = made(*nib, owner.get());
     EXPECT_EQ(said, "4: NSTextField \"misfit\": it does not fit the owner's property of that name\n");
@@ -397,8 +404,11 @@ TEST_F(NSNibTest, PutsTablesTogether)
                 <ZuTableHeaderCell/><ZuSmsImageCell>[isTitleAlignCenter=true]</ZuSmsImageCell>
             </NSTableColumn>
             <NSTableColumn/>
-        </NSTableView></NSScrollView></NSView>)");
+        </NSTableView></NSScrollView>
+        <NSTextField><ZuCenterTextFieldCell/></NSTextField></NSView>)");
     EXPECT_EQ(said, "");
+    const auto& field = dynamic_cast<NSTextField&>(*top->subviews().at(1));
+    EXPECT_EQ(field.cell()->classTable().name, "ZuCenterTextFieldCell");
     auto& scroller = dynamic_cast<NSScrollView&>(*top->subviews().at(0));
     const Ref<NSTableView> table = scroller.documentView();
     ASSERT_NE(table, nullptr);
@@ -440,21 +450,23 @@ TEST_F(NSNibTest, ReportsWhatIsInsideOfTheWrongThing)
 TEST_F(NSNibTest, HasFramesFollowTheLayouts)
 {
     const Ref<NSView> top = made(R"(<NSView>[0,0,200,100]<QVBoxLayout>
-        <item><Sleeper>[minimumSize=0x10][maximumSize=1000x10]</Sleeper></item>
+        <item><Sleeper>[minimumSize=0x10]
+            [sizePolicy=<sizepolicy hsizetype='Preferred' vsizetype='Fixed'/>]</Sleeper></item>
         <item><QHBoxLayout>
-            <item><ZuFlippedView>[minimumSize=60x0][maximumSize=60x1000]<QGridLayout>
-                <item row='0' column='0'><Sleeper/></item><item row='1' column='0'><Sleeper/></item>
+            <item><ZuFlippedView>[minimumSize=60x0][maximumSize=60x1000]
+                [layoutDirection=<enum>Qt::RightToLeft</enum>]<QGridLayout>
+                <item row='0' column='0'><Sleeper/></item><item row='0' column='1'><Sleeper/></item>
             </QGridLayout></ZuFlippedView></item>
-            <item><spacer><property name='orientation'><enum>Qt::Horizontal</enum></property></spacer></item>
+            <item><spacer>[orientation=<enum>Qt::Horizontal</enum>]</spacer></item>
             <item><QWidget>[minimumSize=80x0][maximumSize=80x1000]<Sleeper>[5,6,7,8]</Sleeper></QWidget></item>
         </QHBoxLayout></item>
         </QVBoxLayout></NSView>)");
     EXPECT_EQ(said, "");
     EXPECT_EQ(frames(*top),
-              "{{0, 90}, {200, 10}} {{0, 0}, {60, 90}} [{{0, 0}, {60, 45}} {{0, 45}, {60, 45}}] "
+              "{{0, 90}, {200, 10}} {{0, 0}, {60, 90}} [{{30, 0}, {30, 90}} {{0, 0}, {30, 90}}] "
               "{{125, 76}, {7, 8}}");
     EXPECT_EQ(framesInWindow(top, 300.0, 150.0),
-              "{{0, 140}, {300, 10}} {{0, 0}, {60, 140}} [{{0, 0}, {60, 70}} {{0, 70}, {60, 70}}] "
+              "{{0, 140}, {300, 10}} {{0, 0}, {60, 140}} [{{30, 0}, {30, 140}} {{0, 0}, {30, 140}}] "
               "{{225, 126}, {7, 8}}");
 }
 
@@ -528,13 +540,12 @@ TEST_F(NSNibTest, PlacesViewsByTheirFramesWhereNothingElseDoes)
 
 TEST_F(NSNibTest, TakesAnythingForTheTop)
 {
-    const std::pair<const char*, const char*> cases[] = {
+    const std::string laidOut = R"(<QVBoxLayout><item><NSView/></item><item><spacer>[sizeHint=80x40]
+        [sizeType=<enum>QSizePolicy::Preferred</enum>]</spacer></item></QVBoxLayout>)";
+    const std::pair<std::string, std::string> cases[] = {
         {"<NSView>[1,2,80,40]</NSView>", ""},
-        {R"(<NSView><QVBoxLayout><item><NSView/></item><item><spacer>
-            <property name='sizeHint'><size><width>80</width><height>40</height></size></property>
-            <property name='sizeType'><enum>QSizePolicy::Preferred</enum></property>
-            </spacer></item></QVBoxLayout></NSView>)",
-         "{{0, 40}, {80, 0}}"},
+        {"<NSView>" + laidOut + "</NSView>", "{{0, 40}, {80, 0}}"},
+        {"<QDialog>" + laidOut + "</QDialog>", "{{0, 40}, {80, 0}}"},
         {"<QDialog>[1,2,80,40]<NSView>[10,0,20,30]</NSView></QDialog>", "{{10, 10}, {20, 30}}"},
         {R"(<QMainWindow>[1,2,80,40]<QMenuBar/>
             <QWidget><QVBoxLayout><item><NSView/></item></QVBoxLayout></QWidget></QMainWindow>)",
@@ -554,12 +565,14 @@ TEST_F(NSNibTest, TakesAnythingForTheTop)
 
 TEST_F(NSNibTest, KeepsTheOrderOfTheFile)
 {
-    const Ref<NSView> top = made(
+    const Ref<NSNib> nib = nibWith(
         R"(<NSView><NSTextField a>[stringValue=a]</NSTextField><NSTextField b>[stringValue=b]</NSTextField>
         <NSTextField c>[stringValue=c]</NSTextField><QPushButton push/>
         <NSScrollView><NSTableView table/></NSScrollView><zorder>c</zorder><zorder>a</zorder></NSView>
-        <tabstops><tabstop>c</tabstop><tabstop>table</tabstop><tabstop>nothing</tabstop>
+        <tabstops><tabstop>c</tabstop><tabstop>table</tabstop><tabstop>nothing</tabstop><tabstop>elsewhere</tabstop>
         <tabstop>push</tabstop><tabstop>a</tabstop><tabstop>b</tabstop></tabstops>)");
+    nib->setObject_forName(make<NSTextField>(), "elsewhere");
+    const Ref<NSView> top = made(*nib);
     EXPECT_EQ(said, "");
     std::string order;
     for (const Ref<NSView>& view : top->subviews()) {
@@ -583,34 +596,37 @@ TEST_F(NSNibTest, KeepsTheOrderOfTheFile)
 
 TEST_F(NSNibTest, TranslatesWhatIsToBeTranslated)
 {
-    const Ref<NSNib> nib = nibWith(R"(<NSView top>[windowTitle=phone][toolTip=]
-        <NSButton>[title=contacts &amp; more][target=top]
+    const Ref<NSNib> nib = nibWith(R"(<NSView>[windowTitle=phone][toolTip=]
+        <NSButton>[title=contacts &amp; more][accessibleName=same][windowTitle=none][target=owner][action=pushed:]
             <property name='toolTip'><string notr='true'>tip</string></property>
             <property name='alternateTitle'><cstring>raw</cstring></property></NSButton>
         <QLabel label>[text=a &amp; b]</QLabel>
         <QLabel plain><property name='text'><string notr='true'>plain</string></property></QLabel></NSView>)");
-    std::vector<std::string> asked;
     nib->setTranslation([&](NSString* each) -> Ref<NSString> {
-        asked.push_back(each->UTF8String());
-        return asked.back() == "phone" ? nullptr : text((asked.back() + "\x01<\xc3\xa4>").c_str());
+        const std::string written = each->UTF8String();
+        return written == "same" ? nullptr : text((written + "\x01<\xc3\xa4>").c_str());
     });
     const auto label = [](NSView& top, const char* name) {
         return top.widget()->findChild<QLabel*>(name)->text().toStdString();
     };
-    const Ref<NSView> german = made(*nib);
+    const Ref<Owner> owner = make<Owner>();
+    const Ref<NSView> german = made(*nib, owner.get());
     EXPECT_EQ(said, "");
-    EXPECT_EQ(utf8(nib->windowTitle()), "phone");
+    EXPECT_EQ(utf8(nib->windowTitle()), "phone\x01<\xc3\xa4>");
     const auto& button = dynamic_cast<NSButton&>(*german->subviews()[0]);
     EXPECT_EQ(utf8(button.title()), "contacts & more\x01<\xc3\xa4>");
+    EXPECT_EQ(utf8(button.accessibilityLabel()), "same");
     EXPECT_EQ(utf8(button.toolTip()), "tip");
     EXPECT_EQ(utf8(button.alternateTitle()), "raw");
-    EXPECT_EQ(button.target(), german);
+    EXPECT_EQ(button.target(), owner);
+    EXPECT_EQ(shown(button.valueForKey("action")), "pushed:");
     EXPECT_EQ(utf8(german->toolTip()), "") << "nothing is no text to be translated";
     EXPECT_EQ(label(*german, "label"), "a & b<\xc3\xa4>");
     EXPECT_EQ(label(*german, "plain"), "plain");
 
     nib->setTranslation(nullptr);
     const Ref<NSView> english = made(*nib);
+    EXPECT_EQ(utf8(nib->windowTitle()), "phone");
     EXPECT_EQ(label(*english, "label"), "a & b");
     EXPECT_EQ(utf8(dynamic_cast<NSButton&>(*english->subviews()[0]).title()), "contacts & more");
     EXPECT_EQ(utf8(button.title()), "contacts & more\x01<\xc3\xa4>");
@@ -642,6 +658,22 @@ TEST_F(NSNibTest, LeavesNothingBehind)
     EXPECT_EQ(kept->widget()->parentWidget(), nullptr);
     kept = nullptr;
     EXPECT_EQ(QApplication::allWidgets().size(), widgets);
+}
+
+TEST_F(NSNibTest, MayGoWhileItIsUsed)
+{
+    Ref<NSNib> nib =
+        nibWith("<NSView>[toolTip=tip]<NSButton>[colour=red][delegate=owner]</NSButton></NSView>");
+    Ref<Owner> owner = make<Owner>();
+    nib->setTranslation([&](NSString*) -> Ref<NSString> {
+        nib = nullptr;
+        owner = nullptr;
+        return nullptr;
+    });
+    made(*nib, owner.get());
+    EXPECT_EQ(said, "1: NSButton \"\": colour: there is no such property\n"
+                    "1: NSButton \"\": delegate: there is no such property\n");
+    EXPECT_EQ(owner, nullptr);
 }
 
 // Files
@@ -702,6 +734,9 @@ TEST_F(NSNibTest, RefusesWhatIsNoForm)
         EXPECT_EQ(made(*nibOf(file)), nullptr) << problem;
         EXPECT_EQ(said, problem + "\n");
     }
+    EXPECT_NE(
+        made(repeated("<QWidget><QGridLayout><item>", 17) + repeated("</item></QGridLayout></QWidget>", 17)),
+        nullptr);
     // The form loader's own complaint.
     EXPECT_EQ(made(*nibOf(form("<customwidgets>\n</customwidgets>\n<NSButton>[title=\n]</NSButton><foo/>"))),
               nullptr);
