@@ -425,7 +425,9 @@ TEST_F(NSNibTest, ReportsWhatIsInsideOfTheWrongThing)
     };
     for (const auto& [form, inner, outer] : cases) {
         made("<NSScrollView>" + form + "</NSScrollView>");
-        EXPECT_EQ(said, "2: " + inner + " \"\": it cannot be inside of an object of class " + outer + "\n");
+        std::string expected = "2: " + inner;
+        expected += " \"\": it cannot be inside of an object of class " + outer;
+        EXPECT_EQ(said, expected += '\n');
     }
 }
 
