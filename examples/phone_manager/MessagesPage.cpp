@@ -256,10 +256,14 @@ void MessagesPage::controlTextDidEndEditing(NSTextField* field)
     }
     _nameField = nullptr;
     edited->removeFromSuperview();
-    const std::string number = phone()->messages()[_edited].number;
+    const Message before = phone()->messages()[_edited];
+    const std::string name = edited->stringValue()->UTF8String();
+    if (name == before.name) {
+        return;
+    }
     for (Message& message : phone()->messages()) {
-        if (message.number == number) {
-            message.name = edited->stringValue()->UTF8String();
+        if (message.number == before.number && (!before.number.empty() || message.name == before.name)) {
+            message.name = name;
         }
     }
     showNames();

@@ -10,7 +10,7 @@
 
 /// The messages: those of a name, or part of one, that is chosen or typed, and of the kinds that are checked.
 /// The one that is selected shows whole, with its links. Names can be edited where they stand, which renames
-/// all that goes by the same number.
+/// all that goes by the same number, or without one by the same name.
 class MessagesPage final : public Page, public NSTextFieldDelegate, public WyClickableURLTextFieldDelegate
 {
 public:
