@@ -46,7 +46,7 @@ void open(PhoneManager& manager, KindsView::Kind kind)
 
 bool writeSnapshots(const fs::path& folder, const std::vector<fs::path>& files)
 {
-    std::string work = (fs::temp_directory_path() / "phone_manager-XXXXXX").string();
+    std::string work = P_tmpdir "/phone_manager-XXXXXX";
     if (mkdtemp(work.data()) == nullptr) {
         std::perror(work.c_str());
         return false;

@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace
@@ -59,16 +60,33 @@ bool areRight(const Options& options)
            (options.size() == headless && has("--import") && has("--export", 1));
 }
 
-/// Keeps a language for the user: the one chosen before, or else that of the environment if there are
-/// texts in it.
-void chooseLanguage()
+/// The language that the user has chosen, or else that of the environment if there are texts in it.
+Ref<NSObject> language()
 {
-    const Ref<NSString> key = text("Tavori");
-    const Ref<NSUserDefaults> defaults = NSUserDefaults::standardUserDefaults();
-    if (!defaults->objectForKey(key.get())) {
-        const bool german = NSLocale::currentLocale()->localeIdentifier()->UTF8String().starts_with("de");
-        defaults->setObject_forKey(text(german ? "de" : "en").get(), key.get());
-    }
+    const Ref<NSObject> chosen = NSUserDefaults::standardUserDefaults()->objectForKey(text("Tavori").get());
+    const bool german = NSLocale::currentLocale()->localeIdentifier()->UTF8String().starts_with("de");
+    return chosen ? chosen : text(german ? "de" : "en");
+}
+
+void setLanguage(const Ref<NSObject>& language)
+{
+    NSUserDefaults::standardUserDefaults()->setObject_forKey(language.get(), text("Tavori").get());
+}
+
+/// What language the environment of a script has is no choice of the user's, and counts for this run only.
+int runAsScript(Options& options)
+{
+    const Ref<NSObject> spoken = language();
+    std::string defaults = P_tmpdir "/phone_manager-XXXXXX";
+    const int file = mkstemp(defaults.data());
+    NSUserDefaults::setStandardDomain(text(defaults).get());
+    setLanguage(spoken);
+    const std::vector<std::string>& files = options["--import"];
+    const int exitCode = runHeadless({files.begin(), files.end()}, options["--export"].front(),
+                                     options.contains("--charset") ? options["--charset"].front() : "UTF-8");
+    close(file);
+    std::remove(defaults.c_str());
+    return exitCode;
 }
 
 } // namespace
@@ -82,10 +100,7 @@ int main(int argc, char** argv)
         return kWrongArguments;
     }
     if (options.contains("--import")) {
-        chooseLanguage();
-        const std::vector<std::string>& files = options["--import"];
-        return runHeadless({files.begin(), files.end()}, options["--export"].front(),
-                           options.contains("--charset") ? options["--charset"].front() : "UTF-8");
+        return runAsScript(options);
     }
     const bool isSnapshot = options.contains("--snapshot");
     const bool hasSettings = options.contains("--settings");
@@ -104,7 +119,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "There is no display to open a window on. Use --snapshot or --import.\n");
         return EXIT_FAILURE;
     }
-    chooseLanguage();
+    setLanguage(language());
     const Ref<PhoneManager> manager = make<PhoneManager>(hasSettings ? values.front() : Settings::userFile());
     manager->openWindow();
     if (!files.empty()) {

@@ -23,7 +23,7 @@ protected:
         environment.insert("DISPLAY", ":none");
         environment.insert("WAYLAND_DISPLAY", "none");
         environment.insert("LC_ALL", QString::fromStdString(locale));
-        environment.insert("XDG_CONFIG_HOME", QString::fromStdString((folder.path() / locale).string()));
+        environment.insert("XDG_CONFIG_HOME", "/dev/null"); // where nothing can be kept
         environment.insert("XDG_RUNTIME_DIR", QString::fromStdString(folder.path().string()));
         process.setProcessEnvironment(environment);
         process.start("sh", {"-c", QString::fromStdString(before + " '" PHONE_MANAGER "' " + arguments)});
