@@ -7,7 +7,6 @@
 #include <platform/foundation/NSURL.h>
 #include <platform/graphics/NSImage.h>
 #include <util/FileUtil.h>
-#include <util/ImageUtil.h>
 #include <util/StringUtil.h>
 
 #include <algorithm>
@@ -15,6 +14,7 @@
 #include <iterator>
 #include <memory>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -25,7 +25,7 @@ namespace
 constexpr std::size_t kRecordsInSlice = 500;
 constexpr NSSize kThumbnailSize{160.0, 160.0};
 constexpr const char* kPage = "index.html";
-constexpr const char* kThumbnails = "thumbnails";
+constexpr const char* kThumbnails = "thumbnails/";
 constexpr const char* kMark = "\uFEFF"; // by which spreadsheets know UTF-8
 constexpr const char* kPageBegin =
     "<!DOCTYPE html>\n<html>\n<head>\n"
@@ -52,19 +52,6 @@ std::vector<std::string> fieldsOf(const Contact& contact)
 std::vector<std::string> fieldsOf(const Message& message)
 {
     return {message.kindName(), message.name, message.number, message.date, message.text};
-}
-
-/// In the user's language.
-std::vector<std::string> shownFieldsOf(const Contact& contact)
-{
-    return fieldsOf(contact);
-}
-
-std::vector<std::string> shownFieldsOf(const Message& message)
-{
-    std::vector<std::string> fields = fieldsOf(message);
-    fields.front() = localised(fields.front());
-    return fields;
 }
 
 std::string htmlEscaped(const std::string& utf8)
@@ -107,6 +94,10 @@ ExportTask* ExportTask::initWithPhone_folder(Ref<Phone> phone, const fs::path& f
 {
     _phone = std::move(phone);
     _folder = folder.has_filename() ? folder : folder.parent_path(); // without a slash at the end
+    if (_folder.filename() == "." || _folder.filename() == "..") {
+        std::error_code error;
+        _folder = fs::canonical(_folder, error);
+    }
     return this;
 }
 
@@ -191,8 +182,12 @@ void ExportTask::addTable(const std::string& file, const char* title, const std:
         _slices.emplace_back([=, this] {
             const std::size_t end = std::min(begin + kRecordsInSlice, rows->size());
             for (std::size_t row = begin; row < end; ++row) {
-                _table << csvLine(fieldsOf((*rows)[row]));
-                _page << tableRow(shownFieldsOf((*rows)[row]));
+                std::vector<std::string> fields = fieldsOf((*rows)[row]);
+                _table << csvLine(fields);
+                if constexpr (std::is_same_v<Record, Message>) {
+                    fields.front() = localised(fields.front()); // the kind
+                }
+                _page << tableRow(fields);
             }
         });
     }
@@ -225,18 +220,26 @@ bool ExportTask::complete(std::ofstream& stream, const std::string& name)
 {
     stream.close();
     if (!stream) {
-        addFault(localised("“%s” cannot be written: the disk is full, or closed to us.", {name}));
-        std::error_code error; // it may be closed to us
-        fs::remove(_folder / name, error);
+        removeFaulty(name);
     }
     return !stream.fail();
+}
+
+/// Leaves nothing of a file that could not be written, and tells.
+void ExportTask::removeFaulty(const std::string& name)
+{
+    addFault(localised("“%s” cannot be written: the disk is full, or closed to us.", {name}));
+    std::error_code error; // what cannot be removed stays
+    fs::remove(_folder / name, error);
 }
 
 void ExportTask::writePicture(const fs::path& file)
 {
     const std::string own = file.filename().string();
     const Ref<NSString> clean = StringUtil::sanitizeFileNameString(text(own).get());
-    const fs::path wanted = clean ? clean->UTF8String() : "picture"; // for a name that is no text
+    const std::string visible =
+        !clean || own.starts_with('.') ? "picture" : ""; // others are not imported again
+    const fs::path wanted = visible + StringUtil::NilToEmpty(clean.get())->UTF8String();
     // With a full stop at its end, so that none before it is taken for that of an extension.
     const Ref<NSString> path = FileUtil::getFilePathNewName_withPosfix(
         text((_folder / wanted.stem()).string() + '.').get(), text(wanted.extension().string()).get());
@@ -247,30 +250,21 @@ void ExportTask::writePicture(const fs::path& file)
         addFault(localised("“%s” cannot be copied.", {shownName(own)}));
         return;
     }
-    ++_pictures;
     const std::string name = copy.filename().string();
-    const std::string url = htmlEscaped(urlEscaped(name));
-    _page << "<figure><a href=\"./" << url << "\">";
-    if (writeThumbnail(copy)) {
-        _page << "<img src=\"" << kThumbnails << '/' << url << ".png\" alt=\"" << htmlEscaped(name)
-              << "\"><br>";
+    const std::string thumbnail = kThumbnails + std::to_string(++_pictures) + ".png";
+    _page << "<figure><a href=\"./" << htmlEscaped(urlEscaped(name)) << "\">";
+    if (writeThumbnail(copy, thumbnail)) {
+        _page << "<img src=\"" << thumbnail << "\" alt=\"" << htmlEscaped(name) << "\"><br>";
     }
     _page << htmlEscaped(name) << "</a>" << element("figcaption", detailsOf(copy)) << "</figure>\n";
 }
 
-bool ExportTask::writeThumbnail(const fs::path& copy)
+bool ExportTask::writeThumbnail(const fs::path& picture, const std::string& name)
 {
-    const fs::path file = _folder / kThumbnails / (copy.filename().string() + ".png");
-    const Ref<NSImage> image = make<NSImage>()->initWithContentsOfFile(text(copy.string()).get());
-    NSSize size =
-        image ? ImageUtil::getEqualScaleImageSize_imageSize(kThumbnailSize, image->size()) : NSSize();
-    size = {std::max(size.width, 1.0), std::max(size.height, 1.0)}; // of one that is long and thin
-    if (image && ImageUtil::resizeImage_size(image.get(), size)->writePNGToFile(file.string())) {
+    const Ref<NSImage> image = thumbnailOf(picture, kThumbnailSize);
+    if (image && image->writePNGToFile((_folder / name).string())) {
         return true;
     }
-    std::error_code error; // a part of it may be there
-    fs::remove(file, error);
-    addFault(
-        localised("“%s” cannot be written: the disk is full, or closed to us.", {file.filename().string()}));
+    removeFaulty(name);
     return false;
 }

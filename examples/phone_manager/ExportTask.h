@@ -11,15 +11,16 @@
 #include <vector>
 
 /// Writes what is checked on a phone, as it is at the start, to a new folder: contacts.csv and messages.csv,
-/// copies of the pictures, small ones in "thumbnails", and index.html, which shows all of it. What there is
-/// nothing of is left out, but for index.html. Importing the folder brings all of it back.
+/// copies of the pictures, small ones by number in "thumbnails", and index.html, which shows all of it. What
+/// there is nothing of is left out, but for index.html. Importing the folder brings all of it back.
 ///
 /// Of a file that cannot be written nothing stays, and of an export that is cancelled neither.
 class ExportTask final : public Task
 {
 public:
     /// The folder is the one named, or where there is one already, that name with the first free number:
-    /// "export(1)". Folders around it that are missing are made.
+    /// "export(1)". "." and ".." are called by the names of their folders. Folders around it that are missing
+    /// are made.
     ExportTask* initWithPhone_folder(Ref<Phone> phone, const std::filesystem::path& folder);
 
     /// The new folder; before the start, the one named.
@@ -40,8 +41,9 @@ private:
     void addTable(const std::string& file, const char* title, const std::vector<std::string>& columns,
                   const std::vector<Record>& records, std::size_t& written);
     void writePicture(const std::filesystem::path& file);
-    bool writeThumbnail(const std::filesystem::path& copy);
+    bool writeThumbnail(const std::filesystem::path& picture, const std::string& name);
     bool complete(std::ofstream& stream, const std::string& name);
+    void removeFaulty(const std::string& name);
 
     Ref<Phone> _phone;
     std::filesystem::path _folder;

@@ -4,7 +4,6 @@
 
 #include <platform/foundation/ClassTable.h>
 #include <platform/graphics/NSImage.h>
-#include <util/ImageUtil.h>
 #include <window/ZuCenterTextFieldCell.h>
 #include <window/ZuImageCell.h>
 #include <window/ZuTableCheckImageCell.h>
@@ -48,11 +47,8 @@ void PicturesPage::tableView_willDisplayCell_forTableColumn_row(NSTableView* vie
 
 void PicturesPage::makeNextThumbnail()
 {
-    const Ref<NSImage> picture =
-        make<NSImage>()->initWithContentsOfFile(text(_wanted.front().string()).get());
-    if (picture) {
-        const NSSize size = ImageUtil::getEqualScaleImageSize_imageSize(kThumbnailSize, picture->size());
-        _thumbnails[_wanted.front()] = ImageUtil::resizeImage_size(picture.get(), size);
+    if (const Ref<NSImage> thumbnail = thumbnailOf(_wanted.front(), kThumbnailSize)) {
+        _thumbnails[_wanted.front()] = thumbnail;
         tableView->setNeedsDisplay();
     }
     _wanted.pop_front();

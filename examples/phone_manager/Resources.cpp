@@ -4,9 +4,11 @@
 #include <platform/foundation/NSDate.h>
 #include <platform/graphics/NSImage.h>
 #include <util/FileUtil.h>
+#include <util/ImageUtil.h>
 #include <util/StringUtil.h>
 #include <util/SystemUtil.h>
 
+#include <algorithm>
 #include <chrono>
 #include <map>
 #include <string_view>
@@ -54,6 +56,18 @@ std::string detailsOf(const std::filesystem::path& file)
     const auto bytes = static_cast<std::uint64_t>(FileUtil::getFileSize(file.c_str()));
     const std::chrono::duration<double> moment = std::chrono::file_clock::to_sys(written).time_since_epoch();
     return FileUtil::QxGetFormatSizeFromBytes(bytes)->UTF8String() + ", " + shownDate(moment.count());
+}
+
+Ref<NSImage> thumbnailOf(const std::filesystem::path& file, NSSize largest)
+{
+    const Ref<NSImage> picture = make<NSImage>()->initWithContentsOfFile(text(file.string()).get());
+    if (!picture) {
+        return nullptr;
+    }
+    const NSSize size = ImageUtil::getEqualScaleImageSize_imageSize(largest, picture->size());
+    // Of one that is long and thin, something has to be left.
+    return ImageUtil::resizeImage_size(picture.get(),
+                                       {std::max(size.width, 1.0), std::max(size.height, 1.0)});
 }
 
 Ref<NSImage> icon(const std::string& name)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <platform/foundation/NSGeometry.h>
 #include <platform/foundation/NSString.h>
 
 #include <filesystem>
@@ -22,6 +23,9 @@ std::string shownDate(double moment);
 
 /// The size of a file, and when it was changed.
 std::string detailsOf(const std::filesystem::path& file);
+
+/// A small picture of a picture file, that fits into a size. Null if it cannot be read.
+Ref<NSImage> thumbnailOf(const std::filesystem::path& file, NSSize largest);
 
 /// A picture of the application's own by its name, with what there is of it for screens with one and with two
 /// pixels to the point; kept, since cells do not keep what they show. Null if there is none.

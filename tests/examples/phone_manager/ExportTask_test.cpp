@@ -125,6 +125,9 @@ TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
     addPicture("a.b/\xFF<?>.png", {2.0, 1.0});
     fs::create_symlink("file.png", folder.path() / "a.b/link.png");
     phone->pictures().push_back({folder.path() / "a.b/link.png", true});
+    addPicture("a.b/.x.png", {2.0, 1.0});
+    const std::string longest(255, 'x');
+    addPicture(longest, {2.0, 1.0});
     fs::create_directories(folder.path() / "a.b/out");
     const Ref<ExportTask> task = start("a.b/out/");
     phone->contacts().clear(); // what is exported is that of the start
@@ -141,21 +144,25 @@ TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
                                             "picture",
                                             "file.png",
                                             "link.png",
-                                            "thumbnails/x #1.y.png.png",
-                                            "thumbnails/x #1.y(1).png.png",
-                                            "thumbnails/long.png",
-                                            "thumbnails/picture.png",
-                                            "thumbnails/file.png.png",
-                                            "thumbnails/link.png.png"};
+                                            "picture.x.png",
+                                            longest,
+                                            "thumbnails/1.png",
+                                            "thumbnails/2.png",
+                                            "thumbnails/3.png",
+                                            "thumbnails/4.png",
+                                            "thumbnails/5.png",
+                                            "thumbnails/6.png",
+                                            "thumbnails/7.png",
+                                            "thumbnails/8.png"};
     EXPECT_EQ(filesIn("a.b/out(1)"), expected);
     EXPECT_FALSE(fs::is_symlink(task->folder() / "link.png"));
     EXPECT_EQ(task->faults(), std::vector<std::string>{"“gone.png” cannot be copied."});
     EXPECT_EQ(task->summary(),
-              "In “" + task->folder().string() + "” are contacts: 1, messages: 1, pictures: 6.");
+              "In “" + task->folder().string() + "” are contacts: 1, messages: 1, pictures: 8.");
     EXPECT_EQ(folder.read("a.b/out(1)/contacts.csv"),
               "\uFEFFName,Group,Number,Email\r\n\"Zoë <1> & \"\"2\"\"\",Work,1,z@a.b\r\n");
-    const Ref<NSImage> thumbnail = make<NSImage>()->initWithContentsOfFile(
-        text((task->folder() / "thumbnails/x #1.y.png.png").c_str()).get());
+    const Ref<NSImage> thumbnail =
+        make<NSImage>()->initWithContentsOfFile(text((task->folder() / "thumbnails/1.png").c_str()).get());
     EXPECT_EQ(thumbnail->size(), (NSSize{160.0, 80.0}));
 
     const std::string page = folder.read("a.b/out(1)/index.html");
@@ -163,7 +170,7 @@ TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
          {"<tr><td>Zoë &lt;1&gt; &amp; &quot;2&quot;</td><td>Work</td><td>1</td><td>z@a.b</td></tr>",
           "<tr><td>Failed</td><td>Zoë</td><td>1</td><td>2026-04-03 12:30:45</td><td>a\n&lt;/td&gt;</td></tr>",
           "<figure><a href=\"./x%20%231.y(1).png\"><img "
-          "src=\"thumbnails/x%20%231.y(1).png.png\" alt=\"x #1.y(1).png\"><br>x "
+          "src=\"thumbnails/2.png\" alt=\"x #1.y(1).png\"><br>x "
           "#1.y(1).png</a><figcaption>"}) {
         EXPECT_NE(page.find(part), std::string::npos) << part;
     }
@@ -186,6 +193,13 @@ TEST_F(ExportTaskTest, LeavesNothingOfWhatIsCancelled)
     EXPECT_EQ(task->summary(), "The export was cancelled.");
     EXPECT_EQ(start()->folder(), folder.path() / "out");
 
+    phone->messages().clear();
+    fs::create_directory(folder.path() / "some");
+    for (const char* here : {"some/.", "some/./"}) {
+        const Ref<ExportTask> beside = start(here);
+        run(*beside);
+        EXPECT_TRUE(beside->folder().filename().string().starts_with("some(")) << here;
+    }
     folder.write("file", "");
     for (const char* name : {"file", "file/inside"}) {
         const Ref<ExportTask> impossible = start(name);
