@@ -8,9 +8,9 @@ constinit const ClassTable DropArea::table{"DropArea", &DragDropView::table, {},
 bool DropArea::prepareForDragOperation(NSDraggingInfo* drag)
 {
     const auto paths = drag->draggingPasteboard()->propertyListForType(NSFilenamesPboardType);
-    auto* const taking = dynamic_cast<DragDropViewDeletegate*>(delegate().get());
-    if (paths && taking != nullptr) {
-        taking->dragDropViewFileList(paths.get());
+    const Ref<NSObject> taking = delegate();
+    if (auto* files = dynamic_cast<DragDropViewDeletegate*>(taking.get()); files != nullptr && paths) {
+        files->dragDropViewFileList(paths.get());
     }
     return true;
 }
