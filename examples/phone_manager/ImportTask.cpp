@@ -7,7 +7,6 @@
 #include <util/ImageUtil.h>
 
 #include <algorithm>
-#include <fstream>
 #include <iterator>
 #include <system_error>
 #include <utility>
@@ -19,7 +18,7 @@ namespace
 
 // A slice ends with the first of these.
 constexpr std::size_t kMostRecords = 500;
-constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 20;
+constexpr std::size_t kMostBytes = std::size_t{1} << 20;
 
 std::uint64_t sizeOf(const fs::path& file)
 {
@@ -70,7 +69,7 @@ double ImportTask::progress() const
     if (state() == State::Done) {
         return 1.0;
     }
-    const std::uint64_t read = _bytesBefore + (_reader ? _reader->bytesRead() : 0);
+    const std::uint64_t read = _bytesBefore + (_reader ? _reader->bytesRead() : _picture.size());
     // A file may grow while it is read.
     return _bytes == 0 ? 0.0 : std::min(static_cast<double>(read) / static_cast<double>(_bytes), 1.0);
 }
@@ -139,14 +138,21 @@ void ImportTask::readTable()
 
 void ImportTask::readPicture()
 {
-    constexpr std::uint64_t kLargest = std::uint64_t{512} << 20; // no larger one is shown
-    const fs::path file = _files[_file];
-    std::ifstream stream(file, std::ios::binary);
-    std::string bytes(std::min(sizeOf(file), kLargest), '\0');
-    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!stream) {
+    constexpr std::size_t kLargest = std::size_t{512} << 20; // no larger one is shown
+    const fs::path& file = _files[_file];
+    if (!_stream.is_open()) {
+        _stream.open(file, std::ios::binary);
+    }
+    const std::size_t before = _picture.size();
+    _picture.resize(before + kMostBytes);
+    _stream.read(_picture.data() + before, kMostBytes);
+    _picture.resize(before + static_cast<std::size_t>(_stream.gcount()));
+    if (_stream && _picture.size() < kLargest) {
+        return;
+    }
+    if (_stream.bad() || !_stream.is_open()) {
         addFault(localised("“%s” cannot be read.", {nameOf(file)}));
-    } else if (!ImageUtil::loadData_withLength(bytes.data(), static_cast<std::int64_t>(bytes.size()))) {
+    } else if (!ImageUtil::loadData_withLength(_picture.data(), static_cast<std::int64_t>(_picture.size()))) {
         addFault(localised("“%s” is neither a table nor a picture.", {nameOf(file)}));
     } else {
         _phone->pictures().push_back({file});
@@ -157,6 +163,13 @@ void ImportTask::readPicture()
 
 void ImportTask::finishFile()
 {
-    _reader = nullptr;
     _bytesBefore += sizeOf(_files[_file++]);
+    end();
+}
+
+void ImportTask::end()
+{
+    _reader = nullptr;
+    _stream = std::ifstream();
+    _picture = std::string();
 }

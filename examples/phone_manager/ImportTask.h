@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,7 +30,7 @@ public:
 protected:
     void begin() override;
     bool work() override;
-    void end() override { _reader = nullptr; }
+    void end() override;
 
 private:
     void readTable();
@@ -41,6 +42,8 @@ private:
     std::string _charset = "UTF-8";
     std::size_t _file = 0;                 // which of them comes next
     std::unique_ptr<RecordReader> _reader; // null unless that is a table and was begun
+    std::ifstream _stream;                 // closed unless that is no table, and was begun
+    std::string _picture;                  // what was read of that
     std::uint64_t _bytesBefore = 0;        // in the files that are done
     std::uint64_t _bytes = 0;              // in all of them
     std::size_t _contacts = 0;             // that were added

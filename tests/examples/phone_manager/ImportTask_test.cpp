@@ -182,6 +182,14 @@ TEST_F(ImportTaskTest, WorksInSlicesUntilItIsCancelled)
     EXPECT_EQ(phone->contacts().size(), kept);
     EXPECT_EQ(task->summary(), "The import was cancelled. Imported contacts: " + std::to_string(kept) +
                                    ", messages: 0, pictures: 0.");
+
+    folder.write("film.mp4", std::string(5 << 20, 'x'));
+    const Ref<ImportTask> film = start({"film.mp4"});
+    NSApplication::sharedApplication()->handlePendingEvents();
+    EXPECT_GT(film->progress(), 0.1);
+    EXPECT_LT(film->progress(), 0.5);
+    run(*film);
+    EXPECT_EQ(film->faults(), std::vector{"“film.mp4” is neither a table nor a picture."s});
 }
 
 } // namespace
