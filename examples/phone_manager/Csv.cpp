@@ -33,7 +33,7 @@ bool CsvReader::next(CsvRecord& record)
     if (_at > kLongestRecord) {
         _text.erase(0, std::exchange(_at, 0));
     }
-    while (_text.size() - _at < kLongestRecord && _file.read(_text)) {
+    while (_text.size() - _at <= kLongestRecord && _file.read(_text)) { // and what may be half a line end
     }
     const std::string_view text = std::string_view(_text).substr(_at, kLongestRecord);
     if (text.empty()) {

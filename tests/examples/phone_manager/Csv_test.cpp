@@ -126,6 +126,17 @@ TEST(CsvTest, LeavesOutWhatIsTooLong)
     EXPECT_EQ(recordsOf(chunk + "\r\na"), (std::vector{"1|" + chunk, "2|a"s}));
     EXPECT_EQ(recordsOf("a,\"\n" + most + "xx\",\nb")[0], "1"s + kNotClosed);
 
+    // Wherever the file is read on
+    const std::string first(199, 'a'); // its line ends with the piece that tells the character set
+    EXPECT_EQ(recordsOf(first + '\n' + most + "x\r\nb"),
+              (std::vector{"1|" + first, "2|" + most + 'x', "3|b"s}));
+    std::string wide = "a";
+    while (wide.size() < kLongest / 2) {
+        wide += "\u00e4";
+    }
+    EXPECT_EQ(recordsOf(wide + '\r' + wide + '\r' + wide + '\r' + wide),
+              (std::vector{"1|" + wide, "2|" + wide, "3|" + wide, "4|" + wide}));
+
     // What a quotation mark may take in is read again, but only once.
     std::string lines = "a,\"b";
     while (lines.size() < 3 * kLongest) {
