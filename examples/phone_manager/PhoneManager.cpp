@@ -37,7 +37,7 @@ constexpr std::array kAccents{Accent{"Sky", "32,186,234"}, Accent{"Meadow", "52,
                               Accent{"Sunset", "224,104,32"}, Accent{"Violet", "126,87,194"}};
 
 constexpr double kUpdateInterval = 0.5;     // seconds, while a task runs
-constexpr std::size_t kMostFaults = 3;      // that show
+constexpr std::size_t kFaultsShown = 3;     // of a task
 constexpr NSSize kWindowSize{960.0, 640.0}; // where there is none in the settings
 constexpr NSSize kSmallestWindow{760.0, 480.0};
 
@@ -64,6 +64,20 @@ constexpr std::array kSelectors{
     selector<&PhoneManager::cancelTask>("cancelTask:"),
     selector<&PhoneManager::update>("update"),
 };
+
+/// What a task has done, and the first of what went wrong, in the user's language.
+std::string reportOn(const Task& task)
+{
+    const std::size_t shown = std::min(task.faults().size(), kFaultsShown);
+    std::string sentences = localised("Task %s: %s", {std::to_string(task.identifier()), task.summary()});
+    for (std::size_t fault = 0; fault < shown; ++fault) {
+        sentences += '\n' + task.faults()[fault];
+    }
+    if (task.faultCount() > shown) {
+        sentences += '\n' + localised("… and %s more", {std::to_string(task.faultCount() - shown)});
+    }
+    return sentences;
+}
 
 } // namespace
 
@@ -224,6 +238,7 @@ void PhoneManager::addTask(const Ref<Task>& task)
 {
     if (!_tasks.empty() && _tasks.front()->state() != Task::State::Running) {
         _tasks.pop_front();
+        _faultsBefore.clear();
     }
     _tasks.push_back(task);
     task->setObserver([this] { taskDidProceed(); });
@@ -238,6 +253,9 @@ void PhoneManager::taskDidProceed()
     if (_tasks.front()->state() != Task::State::Running) {
         update();
         if (_tasks.size() > 1) {
+            if (_tasks.front()->faultCount() > 0) {
+                _faultsBefore = '\n' + reportOn(*_tasks.front()) + _faultsBefore;
+            }
             _tasks.pop_front();
             _tasks.front()->start();
         }
@@ -257,17 +275,9 @@ void PhoneManager::cancelTask(NSObject* /*sender*/)
 void PhoneManager::showTask()
 {
     const Task& task = *_tasks.front();
-    const std::size_t shown = std::min(task.faults().size(), kMostFaults);
-    std::string sentences = localised("Task %s: %s", {std::to_string(task.identifier()), task.summary()});
-    for (std::size_t fault = 0; fault < shown; ++fault) {
-        sentences += '\n' + task.faults()[fault];
-    }
-    if (task.faultCount() > shown) {
-        sentences += '\n' + localised("… and %s more", {std::to_string(task.faultCount() - shown)});
-    }
     taskProgress->setStep_(task.progress());
     taskProgress->setNeedsDisplay();
-    tell(sentences, task.state() == Task::State::Running);
+    tell(reportOn(task) + _faultsBefore, task.state() == Task::State::Running);
 }
 
 /// Shows sentences in the panel, or no panel if there are none.

@@ -92,6 +92,7 @@ private:
     Settings _settings;
     Ref<Phone> _phone;
     std::deque<Ref<Task>> _tasks; // the first one runs, or has ended
+    std::string _faultsBefore;    // of tasks that ended while others waited, to be shown below these
     bool _isUpdateDue = false;    // what the running task has done will show
     Ref<NSString> _title;
     Ref<NSView> _content;

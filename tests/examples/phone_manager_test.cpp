@@ -18,6 +18,7 @@
 #include "window/WyClickableURLTextField.h"
 #include "window/ZuCheckTableHeaderView.h"
 #include "window/ZuComboBox.h"
+#include "window/ZuImageCell.h"
 #include "window/ZuMultiSelectComboBox.h"
 #include "window/ZuSimpleButton.h"
 #include "window/ZuTableCheckImageCell.h"
@@ -27,6 +28,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 namespace
 {
@@ -153,9 +156,24 @@ TEST_F(PhoneManagerTest, PutsBrokenSettingsAside)
     }
 }
 
+TEST_F(PhoneManagerTest, LeavesBrokenSettingsThatCannotBePutAside)
+{
+    const auto content = [] {
+        std::ifstream own("/proc/self/comm"); // which can be written, and not be moved
+        return std::string(std::istreambuf_iterator<char>(own), {});
+    };
+    const std::string before = content();
+    const Ref<PhoneManager> manager = make<PhoneManager>("/proc/self/comm");
+    const std::string told = status(*manager);
+    EXPECT_NE(told.find("nothing is saved"), std::string::npos) << told;
+    manager->changeAppearance(nullptr);
+    EXPECT_EQ(content(), before);
+    EXPECT_EQ(status(*manager), told);
+}
+
 TEST_F(PhoneManagerTest, ChangesTheLanguageOfEverythingAndNothingElse)
 {
-    const Ref<PhoneManager> manager = start({{"Ann", "Work", "1"}, {"Ben", "", "2"}}, {});
+    const Ref<PhoneManager> manager = start({{"Ann", "Contacts", "1"}, {"Ben", "", "2"}}, {});
     manager->importFiles({folder.path() / "none.csv"});
     finish(*manager);
     EXPECT_EQ(status(*manager).substr(status(*manager).find('\n')), "\n“none.csv” cannot be read.");
@@ -166,6 +184,8 @@ TEST_F(PhoneManagerTest, ChangesTheLanguageOfEverythingAndNothingElse)
     EXPECT_EQ(utf8(manager->headline->stringValue()), "Kontakte");
     EXPECT_EQ(utf8(manager->contactsPage->status->stringValue()), "1 von 2 Kontakten markiert");
     EXPECT_EQ(utf8(manager->contactsPage->tableView->tableColumns()[2]->title()), "Telefon");
+    const Ref<NSCell> group = manager->contactsPage->tableView->preparedCellAtColumn_row(1, 0);
+    EXPECT_EQ(utf8(dynamic_cast<ZuImageCell&>(*group).description()), "Kontakte") << "a group, too";
     EXPECT_EQ(rowsOf(*manager->contactsPage), (Rows{"o Ann", "x Ben"}));
     EXPECT_EQ(status(*manager).substr(0, 8), "Aufgabe ");
     EXPECT_EQ(utf8(start()->headline->stringValue()), "Noch ist nichts da");
@@ -209,6 +229,10 @@ TEST_F(PhoneManagerTest, ChecksContactsWhichStaySoWhenTheyAreSorted)
     EXPECT_EQ(rowsOf(page), (Rows{"- Cem", "o Ben", "o Ann*"}));
     click(header, {kOnCheck, kOnCheck});
     expectChecked("2 of 2", true);
+    EXPECT_TRUE(header.showChecked());
+    manager->phone()->contacts().clear();
+    manager->phone()->didChange();
+    EXPECT_FALSE(header.showChecked());
 }
 
 TEST_F(PhoneManagerTest, CountsAndChecksKindsWithTheirGroups)
@@ -318,6 +342,11 @@ TEST_F(PhoneManagerTest, RenamesAllMessagesOfANumber)
     page.nameField()->setStringValue(text("Anna"));
     press(20.0, 70.0);
     EXPECT_EQ(rowsOf(page), (Rows{"o Anna", "o Bo", "o Anna", "o Cem"})) << "without numbers, by names";
+    const auto names = page.nameFilter->values_();
+    EXPECT_EQ(utf8(names->begin()[1]), "Anna");
+    manager->phone()->messages().push_back({Kind::Sent, "Dan", "4", "e"});
+    manager->phone()->didChange();
+    EXPECT_EQ(names->count(), 5U) << "everyone and four names";
 }
 
 TEST_F(PhoneManagerTest, GoesThroughTasksOneAfterTheOther)
@@ -337,8 +366,11 @@ TEST_F(PhoneManagerTest, GoesThroughTasksOneAfterTheOther)
     const std::int64_t first = manager->task()->identifier();
     manager->cancelTask(nullptr);
     EXPECT_NE(manager->task()->identifier(), first) << "the next one runs";
+    drop("none.csv");
+    drop("b.csv");
     finish(*manager);
-    EXPECT_EQ(rowsOf(*manager->contactsPage), Rows{"o Ben"});
+    EXPECT_EQ(rowsOf(*manager->contactsPage), (Rows{"o Ben", "o Ben"}));
+    EXPECT_TRUE(status(*manager).ends_with("\n“none.csv” cannot be read.")) << "of the one before";
     EXPECT_TRUE(manager->startPage->isHidden());
     EXPECT_TRUE(manager->taskCancel->isHidden());
 
@@ -347,6 +379,7 @@ TEST_F(PhoneManagerTest, GoesThroughTasksOneAfterTheOther)
     clickRow(*manager->contactsPage->tableView, 0);
     manager->exportTo(folder.path());
     finish(*manager);
+    EXPECT_EQ(status(*manager).find("none.csv"), std::string::npos);
     EXPECT_TRUE(std::filesystem::exists(folder.path() / "Phone export" / "contacts.csv")) << status(*manager);
     EXPECT_EQ(manager->taskProgress->step_(), 1.0);
 }
