@@ -170,7 +170,7 @@ void KindsView::update()
         _root->addChild(_items[{kind, ""}]);
     }
     for (const Ref<Item>& item : rows) {
-        if (!item->group.empty() && item->records > 0) {
+        if (!item->group.empty()) {
             itemOf(item->kind(), "").addChild(item);
         }
     }

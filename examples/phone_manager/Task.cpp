@@ -32,8 +32,7 @@ void Task::proceed()
     if (_state != State::Running) {
         return; // cancelled since this was asked for
     }
-    const bool isDone = !work();
-    if (isDone && _state == State::Running) { // which whoever was told of the slice may have ended
+    if (!work()) {
         _state = State::Done;
         end();
     }

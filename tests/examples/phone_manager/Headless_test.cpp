@@ -55,6 +55,10 @@ TEST_F(HeadlessTest, ExportsWhatItImports)
                       "In „to/here(1)“ sind Kontakte: 1, Nachrichten: 1, Bilder: 0.\n");
     EXPECT_EQ(errors, "„c.csv“, Zeile 2: Einige Bytes sind in „UTF-8“ keine Zeichen.\n„none.csv“ lässt sich "
                       "nicht lesen.\n");
+
+    folder.write("phone_manager.ini", "[General]\nTavori=de\n");
+    EXPECT_EQ(run("--import none.csv --export out.d", "en_US.UTF-8", "XDG_CONFIG_HOME=$PWD"), 1);
+    EXPECT_EQ(errors, "„none.csv“ lässt sich nicht lesen.\n") << "as chosen in the window";
 }
 
 TEST_F(HeadlessTest, TellsWhatCannotBeWritten)
