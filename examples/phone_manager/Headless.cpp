@@ -15,7 +15,6 @@ namespace
 {
 
 constexpr int kSomethingFailed = 1;
-constexpr int kWrongArguments = 2;
 
 /// Does the whole task and reports on it. Returns whether nothing went wrong.
 bool perform(Task& task, NSApplication& application)

@@ -41,17 +41,17 @@ bool isLeftOut(const fs::directory_entry& entry)
 std::vector<fs::path> filesIn(const fs::path& path)
 {
     std::error_code error;
-    fs::directory_iterator entry(path, error);
-    if (error) {
-        return {path};
-    }
     std::vector<fs::path> files;
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    for (fs::directory_iterator entry(path, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
         if (!isLeftOut(*entry)) {
             files.push_back(entry->path());
         }
     }
     std::ranges::sort(files);
+    if (error) { // it is no folder, or one that cannot be read to its end, which shows with it
+        files.push_back(path);
+    }
     return files;
 }
 

@@ -142,8 +142,9 @@ void KindsView::update()
     for (const auto& [key, item] : _items) {
         item->records = item->checkable = item->checked = 0;
     }
+    _root->removeAllChildren();
     for (const Kind kind : {Kind::Contacts, Kind::Messages, Kind::Pictures}) {
-        itemOf(kind, "");
+        _root->addChild(&itemOf(kind, ""));
     }
     const auto count = [](Item& item, const bool* check) {
         ++item.records;
@@ -165,10 +166,6 @@ void KindsView::update()
         rows.push_back(item);
     }
     std::ranges::sort(rows, {}, [](const Ref<Item>& item) { return item->name()->UTF8String(); });
-    _root->removeAllChildren();
-    for (const Kind kind : {Kind::Contacts, Kind::Messages, Kind::Pictures}) {
-        _root->addChild(_items[{kind, ""}]);
-    }
     for (const Ref<Item>& item : rows) {
         if (!item->group.empty()) {
             itemOf(item->kind(), "").addChild(item);

@@ -15,13 +15,12 @@ class Phone;
 /// Reads a table of contacts or of messages: a text file of comma-separated values whose first record names
 /// the columns, in any order and in either case.
 ///
-///     name, number                for contacts, perhaps with group, email and fixed, which is "yes" for some
-///     kind, number, text          for messages, perhaps with name and date; a kind is received, sent or
-///     failed
+///     name, number          for contacts, perhaps with group, email and fixed, which is "yes" for some
+///     kind, number, text    for messages, perhaps with name and date
 ///
-/// Other columns and empty lines are left out. Each record has as many fields as there are columns. One that
-/// has not, or is of no kind, is a fault, and so are bytes that are no characters, which do not keep their
-/// record from being read.
+/// A kind is received, sent or failed. Other columns and empty lines are left out. Each record has as many
+/// fields as there are columns. One that has not, or is of no kind, is a fault, and so are bytes that are no
+/// characters, which do not keep their record from being read.
 class RecordReader
 {
 public:

@@ -28,7 +28,6 @@ constexpr const char* kUsage =
     "       phone_manager --import FILE... --export DIR [--charset NAME]\n"
     "                                                 does that without a window\n"
     "       phone_manager --snapshot DIR [FILE...]    writes pictures of all pages instead\n";
-constexpr int kWrongArguments = 2;
 
 /// What follows each option, and under "" what follows none.
 using Options = std::map<std::string, std::vector<std::string>>;
