@@ -174,9 +174,11 @@ TEST_F(PhoneManagerTest, LeavesBrokenSettingsThatCannotBePutAside)
 TEST_F(PhoneManagerTest, ChangesTheLanguageOfEverythingAndNothingElse)
 {
     const Ref<PhoneManager> manager = start({{"Ann", "Contacts", "1"}, {"Ben", "", "2"}}, {});
-    manager->importFiles({folder.path() / "none.csv"});
+    manager->importFiles(std::vector(5, folder.path() / "none.csv"));
     finish(*manager);
-    EXPECT_EQ(status(*manager).substr(status(*manager).find('\n')), "\n“none.csv” cannot be read.");
+    EXPECT_EQ(
+        status(*manager).substr(status(*manager).find('\n')),
+        "\n“none.csv” cannot be read.\n“none.csv” cannot be read.\n“none.csv” cannot be read.\n… and 2 more");
     clickRow(*manager->contactsPage->tableView, 1);
     const Weak<NSView> english(manager->content());
     manager->switchLanguage(nullptr);
@@ -290,7 +292,7 @@ TEST_F(PhoneManagerTest, FiltersMessagesByNameAndKind)
 
 TEST_F(PhoneManagerTest, ShowsTheSelectedMessageWithItsLinks)
 {
-    const std::string words = "“Ü” https://a.org/x?y=1. And http://b.org, ftp://c.org https://a.org/x?y=1";
+    const std::string words = "“Ü” https://a.org/x?y=1. And (http://b.org)! ftp://c.org https://a.org/x?y=1";
     const Ref<PhoneManager> manager =
         start({}, {{Message::Kind::Received, "Ann", "1", words, "2026-01-02 03:04:05"}});
     const MessagesPage& page = *manager->messagesPage;

@@ -80,6 +80,18 @@ TEST_F(HeadlessTest, TellsWhatCannotBeWritten)
     EXPECT_TRUE(std::filesystem::is_empty(folder.path() / "out.d"));
 }
 
+TEST_F(HeadlessTest, WritesPicturesOfItsPages)
+{
+    folder.write("c.csv", "name,number\na,1\n");
+    EXPECT_EQ(run("--snapshot pages c.csv"), 0);
+    for (const char* page :
+         {"start", "import", "contacts", "messages", "pictures", "export", "faults", "german"}) {
+        EXPECT_TRUE(folder.read(std::string("pages/") + page + ".png").starts_with("\x89PNG")) << page;
+    }
+    EXPECT_EQ(run("--snapshot c.csv/inside"), 1);
+    EXPECT_NE(errors.find("c.csv/inside/start.png cannot be written\n"), std::string::npos);
+}
+
 TEST_F(HeadlessTest, TakesNoWrongArguments)
 {
     folder.write("c.csv", "name,number\na,1\n");
