@@ -43,7 +43,7 @@ const Ref<NSString>& ContactsPage::groupOf(std::size_t record)
     const std::string& group = phone()->contacts()[record].group;
     const auto [known, isNew] = _groups.try_emplace(group);
     if (isNew) {
-        known->second = text(localised(group));
+        known->second = text(shownGroup(group));
     }
     return known->second;
 }
@@ -69,7 +69,7 @@ void ContactsPage::tableView_willDisplayCell_forTableColumn_row(NSTableView* vie
     Page::tableView_willDisplayCell_forTableColumn_row(view, cell, column, row);
     const std::size_t record = recordAtRow(row);
     if (auto* group = dynamic_cast<ZuImageCell*>(cell)) {
-        group->setImage(icon(phone()->contacts()[record].group));
+        group->setImage(groupIcon(phone()->contacts()[record].group));
         group->setDescription(groupOf(record).get());
     } else if (cell != nullptr) {
         cell->setStringValue(text(textIn(record, placeOf(*column))));

@@ -185,7 +185,7 @@ void ExportTask::addTable(const std::string& file, const char* title, const std:
                 std::vector<std::string> fields = fieldsOf((*rows)[row]);
                 _table << csvLine(fields);
                 if constexpr (std::is_same_v<Record, Message>) {
-                    fields.front() = localised(fields.front()); // the kind
+                    fields.front() = shownGroup(fields.front()); // the kind
                 }
                 _page << tableRow(fields);
             }

@@ -122,14 +122,14 @@ KindsView::Item& KindsView::itemAt(std::int64_t row) const
 Ref<KindsView::Item> KindsView::makeItem(Kind kind, const std::string& group)
 {
     const bool isKind = group.empty();
-    const std::string name = isKind ? kKindNames[static_cast<std::size_t>(kind)] : group;
-    const Ref<NSImage> own = icon(name);
+    const char* kindName = kKindNames[static_cast<std::size_t>(kind)];
+    const Ref<NSImage> own = isKind ? icon(kindName) : groupIcon(group);
     const Ref<NSImage> picture = own ? own : icon("folder");
     Ref<Item> item = make<Item>();
     item->init();
     item->setId_(static_cast<std::int64_t>(kind));
     item->group = group;
-    item->setName(text(localised(name)));
+    item->setName(text(isKind ? localised(kindName) : shownGroup(group)));
     item->setLogo(make<NSImage>()->initWithCGImage_size(ImageUtil::nsImageToCGImageRef(picture.get()).get(),
                                                         kLogoSize));
     item->setIndent_item(isKind ? kLogoLeft : kLogoLeft + kLevel);

@@ -127,7 +127,7 @@ void MessagesPage::awakeFromNib()
     for (const char* name : Message::kKindNames) {
         const auto choice = make<ZuMultiSelectComboBoxData>();
         choice->setKey(text(name));
-        choice->setValue(text(localised(name)));
+        choice->setValue(text(shownGroup(name)));
         choice->setIsCheck(true);
         kindFilter->values_()->addObject(choice);
     }
@@ -194,7 +194,7 @@ void MessagesPage::tableView_willDisplayCell_forTableColumn_row(NSTableView* vie
     Page::tableView_willDisplayCell_forTableColumn_row(view, cell, column, row);
     if (auto* shown = dynamic_cast<PelSmsTableCheckImageCell*>(cell)) {
         const Message& message = messageAtRow(row);
-        shown->setFrontImage(icon(message.kindName()).get());
+        shown->setFrontImage(groupIcon(message.kindName()).get());
         shown->setTitle(text(message.partner()));
         shown->setButtonContents(text(message.text));
         shown->setEditNameFlag(_editsNames);
@@ -236,7 +236,7 @@ void MessagesPage::editName(NSObject* row)
     _edited = recordAtRow(place);
     const Message& message = phone()->messages()[_edited];
     const NSRect frame = tableView->frameOfCellAtColumn_row(1, place);
-    const NSSize picture = icon(message.kindName())->size();
+    const NSSize picture = groupIcon(message.kindName())->size();
     const double top = frame.origin.y + (frame.size.height - picture.height) * 0.5 - kNameTop;
     const Ref<NSTextField> field =
         make<NSTextField>()->initWithFrame({{frame.origin.x + picture.width, top}, kNameSize});

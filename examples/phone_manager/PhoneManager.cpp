@@ -14,7 +14,6 @@
 #include <platform/foundation/NSAttributedString.h>
 #include <platform/foundation/NSBundle.h>
 #include <platform/foundation/NSURL.h>
-#include <platform/foundation/NSUserDefaults.h>
 #include <platform/graphics/NSColor.h>
 #include <platform/graphics/NSFont.h>
 #include <util/FileUtil.h>
@@ -86,6 +85,9 @@ constinit const ClassTable PhoneManager::table{"PhoneManager", &NSObject::table,
 PhoneManager::PhoneManager(const std::string& settingsFile) : _settings(settingsFile), _phone(make<Phone>())
 {
     _phone->setObserver([this] { update(); });
+    if (const std::string chosen = _settings.text("language", ""); !chosen.empty()) {
+        setLanguage(chosen);
+    }
     build();
     const auto* const page =
         std::ranges::find(KindsView::kKindNames, _settings.text("page", KindsView::kKindNames.front()));
@@ -371,11 +373,8 @@ void PhoneManager::changeAppearance(NSObject* /*sender*/)
 
 void PhoneManager::switchLanguage(NSObject* /*sender*/)
 {
-    const Ref<NSString> key = text("Tavori");
-    const Ref<NSUserDefaults> defaults = NSUserDefaults::standardUserDefaults();
-    const bool isGerman = text("de")->isEqual(defaults->objectForKey(key.get()).get());
-    defaults->setObject_forKey(text(isGerman ? "en" : "de").get(), key.get());
-
+    setLanguage(language() == "de" ? "en" : "de");
+    _settings.set("language", language());
     const KindsView::Kind kind = outline->selectedKind();
     build();
     outline->selectKind(kind);

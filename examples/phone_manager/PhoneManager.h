@@ -40,8 +40,7 @@ public:
     Ref<ZuProgressView> taskProgress;
     Ref<ZuSimpleButton> taskCancel;
 
-    /// Opens the settings and builds the content, in the language that the standard user default "Tavori"
-    /// names.
+    /// Opens the settings and builds the content, in the language that they name, or else the present one.
     explicit PhoneManager(const std::string& settingsFile);
 
     /// Shows the content in a window.

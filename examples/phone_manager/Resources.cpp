@@ -2,6 +2,8 @@
 
 #include <platform/foundation/NSBundle.h>
 #include <platform/foundation/NSDate.h>
+#include <platform/foundation/NSLocale.h>
+#include <platform/foundation/NSUserDefaults.h>
 #include <platform/graphics/NSImage.h>
 #include <util/FileUtil.h>
 #include <util/ImageUtil.h>
@@ -13,9 +15,35 @@
 #include <map>
 #include <string_view>
 
+namespace
+{
+
+constexpr const char* kLanguageKey = "Tavori"; // where the library looks for it
+
+} // namespace
+
 Ref<NSString> text(const std::string& utf8)
 {
     return NSString::stringWithUTF8String(utf8.c_str());
+}
+
+void useLanguageOfEnvironment()
+{
+    const bool german = NSLocale::currentLocale()->localeIdentifier()->UTF8String().starts_with("de");
+    NSUserDefaults::standardUserDefaults()->registerDefault_forKey(text(german ? "de" : "en"),
+                                                                   text(kLanguageKey).get());
+}
+
+std::string language()
+{
+    const Ref<NSObject> chosen =
+        NSUserDefaults::standardUserDefaults()->objectForKey(text(kLanguageKey).get());
+    return text("de")->isEqual(chosen.get()) ? "de" : "en";
+}
+
+void setLanguage(const std::string& language)
+{
+    NSUserDefaults::standardUserDefaults()->setObject_forKey(text(language).get(), text(kLanguageKey).get());
 }
 
 std::string localised(const std::string& key, std::initializer_list<std::string> values)
@@ -32,6 +60,13 @@ std::string localised(const std::string& key, std::initializer_list<std::string>
         place += value.size();
     }
     return result;
+}
+
+std::string shownGroup(const std::string& group)
+{
+    const std::string key = "group " + group;
+    const std::string shown = localised(key);
+    return shown == key ? group : shown;
 }
 
 std::string shownName(const std::string& name)
@@ -74,7 +109,7 @@ Ref<NSImage> icon(const std::string& name)
 {
     static std::map<std::string, Ref<NSImage>> icons;
     const auto [kept, isNew] = icons.try_emplace(name);
-    if (isNew && !name.empty()) {
+    if (isNew) {
         const Ref<NSBundle> bundle = NSBundle::mainBundle();
         const Ref<NSString> png = text("png");
         const Ref<NSString> path = bundle->pathForResource_ofType(text(name).get(), png.get());
@@ -86,4 +121,9 @@ Ref<NSImage> icon(const std::string& name)
         }
     }
     return kept->second;
+}
+
+Ref<NSImage> groupIcon(const std::string& group)
+{
+    return icon("group-" + group);
 }

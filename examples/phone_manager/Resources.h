@@ -12,8 +12,17 @@ class NSImage;
 /// Null for bytes that are no UTF-8.
 Ref<NSString> text(const std::string& utf8);
 
+/// Has texts be in the language of the environment, or English, as long as none is chosen.
+void useLanguageOfEnvironment();
+/// The one of all texts, "de" or "en", kept for the user.
+std::string language();
+void setLanguage(const std::string& language);
+
 /// The text for `key` in the user's language, with the values in the places of its "%s".
 std::string localised(const std::string& key, std::initializer_list<std::string> values = {});
+
+/// A group of contacts or messages, in the user's language if it is one of those that the program knows.
+std::string shownGroup(const std::string& group);
 
 /// The name of a file or folder as it can be shown.
 std::string shownName(const std::string& name);
@@ -30,3 +39,5 @@ Ref<NSImage> thumbnailOf(const std::filesystem::path& file, NSSize largest);
 /// A picture of the application's own by its name, with what there is of it for screens with one and with two
 /// pixels to the point; kept, since cells do not keep what they show. Null if there is none.
 Ref<NSImage> icon(const std::string& name);
+/// That of a group, if there is one.
+Ref<NSImage> groupIcon(const std::string& group);

@@ -54,7 +54,7 @@ bool writeSnapshots(const fs::path& folder, const std::vector<fs::path>& files)
     std::error_code error; // shows with the first picture
     fs::create_directories(folder, error);
     NSUserDefaults::setStandardDomain(text(work + "/defaults.ini").get());
-    NSUserDefaults::standardUserDefaults()->setObject_forKey(text("en").get(), text("Tavori").get());
+    setLanguage("en");
     const std::string settings = work + "/settings.json";
     const Ref<PhoneManager> manager = make<PhoneManager>(settings);
     bool isComplete = true;

@@ -39,17 +39,21 @@ void TextFile::findCharset()
 {
     static constexpr std::array kMarks{std::pair("\xEF\xBB\xBF", "UTF-8"), std::pair("\xFF\xFE", "UTF-16LE"),
                                        std::pair("\xFE\xFF", "UTF-16BE")};
+    bool isMarked = false;
     for (const auto& [mark, charset] : kMarks) {
         if (_bytes.starts_with(mark)) {
             _bytes.erase(0, std::string_view(mark).size());
             setCharset(charset);
-            return;
+            isMarked = true;
+            break;
         }
     }
     static const std::regex kDeclaration(R"re(#[^\r\n]*charset *= *["']?([\w.:+-]+))re", std::regex::icase);
     std::smatch match;
     if (std::regex_search(_bytes, match, kDeclaration, std::regex_constants::match_continuous)) {
-        setCharset(match[1]);
+        if (!isMarked) {
+            setCharset(match[1]);
+        }
         while (_bytes.find_first_of("\r\n") == std::string::npos && fill(kPiece)) {
         }
         _bytes.erase(0, _bytes.find_first_of("\r\n"));

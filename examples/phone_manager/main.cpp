@@ -6,8 +6,6 @@
 #include "Snapshots.h"
 
 #include <platform/appkit/NSApplication.h>
-#include <platform/foundation/NSLocale.h>
-#include <platform/foundation/NSUserDefaults.h>
 #include <util/SystemUtil.h>
 
 #include <cstdint>
@@ -16,7 +14,6 @@
 #include <filesystem>
 #include <map>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace
@@ -59,35 +56,6 @@ bool areRight(const Options& options)
            (options.size() == headless && has("--import") && has("--export", 1));
 }
 
-/// The language that the user has chosen, or else that of the environment if there are texts in it.
-Ref<NSObject> language()
-{
-    const Ref<NSObject> chosen = NSUserDefaults::standardUserDefaults()->objectForKey(text("Tavori").get());
-    const bool german = NSLocale::currentLocale()->localeIdentifier()->UTF8String().starts_with("de");
-    return chosen ? chosen : text(german ? "de" : "en");
-}
-
-void setLanguage(const Ref<NSObject>& language)
-{
-    NSUserDefaults::standardUserDefaults()->setObject_forKey(language.get(), text("Tavori").get());
-}
-
-/// What language the environment of a script has is no choice of the user's, and counts for this run only.
-int runAsScript(Options& options)
-{
-    const Ref<NSObject> spoken = language();
-    std::string defaults = P_tmpdir "/phone_manager-XXXXXX";
-    const int file = mkstemp(defaults.data());
-    NSUserDefaults::setStandardDomain(text(defaults).get());
-    setLanguage(spoken);
-    const std::vector<std::string>& files = options["--import"];
-    const int exitCode = runHeadless({files.begin(), files.end()}, options["--export"].front(),
-                                     options.contains("--charset") ? options["--charset"].front() : "UTF-8");
-    close(file);
-    std::remove(defaults.c_str());
-    return exitCode;
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -98,8 +66,11 @@ int main(int argc, char** argv)
         std::fputs(kUsage, stderr);
         return kWrongArguments;
     }
+    useLanguageOfEnvironment();
     if (options.contains("--import")) {
-        return runAsScript(options);
+        const std::vector<std::string>& files = options["--import"];
+        return runHeadless({files.begin(), files.end()}, options["--export"].front(),
+                           options.contains("--charset") ? options["--charset"].front() : "UTF-8");
     }
     const bool isSnapshot = options.contains("--snapshot");
     const bool hasSettings = options.contains("--settings");
@@ -118,7 +89,6 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "There is no display to open a window on. Use --snapshot or --import.\n");
         return EXIT_FAILURE;
     }
-    setLanguage(language());
     const Ref<PhoneManager> manager = make<PhoneManager>(hasSettings ? values.front() : Settings::userFile());
     manager->openWindow();
     if (!files.empty()) {

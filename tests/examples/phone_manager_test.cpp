@@ -173,7 +173,7 @@ TEST_F(PhoneManagerTest, LeavesBrokenSettingsThatCannotBePutAside)
 
 TEST_F(PhoneManagerTest, ChangesTheLanguageOfEverythingAndNothingElse)
 {
-    const Ref<PhoneManager> manager = start({{"Ann", "Contacts", "1"}, {"Ben", "", "2"}}, {});
+    const Ref<PhoneManager> manager = start({{"Ann", "Work", "1"}, {"Ben", "Contacts", "2"}}, {});
     manager->importFiles(std::vector(5, folder.path() / "none.csv"));
     finish(*manager);
     EXPECT_EQ(
@@ -186,11 +186,16 @@ TEST_F(PhoneManagerTest, ChangesTheLanguageOfEverythingAndNothingElse)
     EXPECT_EQ(utf8(manager->headline->stringValue()), "Kontakte");
     EXPECT_EQ(utf8(manager->contactsPage->status->stringValue()), "1 von 2 Kontakten markiert");
     EXPECT_EQ(utf8(manager->contactsPage->tableView->tableColumns()[2]->title()), "Telefon");
-    const Ref<NSCell> group = manager->contactsPage->tableView->preparedCellAtColumn_row(1, 0);
-    EXPECT_EQ(utf8(dynamic_cast<ZuImageCell&>(*group).description()), "Kontakte") << "a group, too";
+    for (const auto& [row, group] : {std::pair{0, "Arbeit"}, {1, "Contacts"}}) {
+        const Ref<NSCell> cell = manager->contactsPage->tableView->preparedCellAtColumn_row(1, row);
+        EXPECT_EQ(utf8(dynamic_cast<ZuImageCell&>(*cell).description()), group) << "as far as it is ours";
+    }
     EXPECT_EQ(rowsOf(*manager->contactsPage), (Rows{"o Ann", "x Ben"}));
     EXPECT_EQ(status(*manager).substr(0, 8), "Aufgabe ");
     EXPECT_EQ(utf8(start()->headline->stringValue()), "Noch ist nichts da");
+    EXPECT_NE(folder.read("s.json").find("\"language\": \"de\""), std::string::npos);
+    choose("en");
+    EXPECT_EQ(utf8(start()->headline->stringValue()), "Noch ist nichts da") << "as the settings say";
     manager->switchLanguage(nullptr);
     EXPECT_EQ(utf8(manager->headline->stringValue()), "Contacts");
 }

@@ -12,6 +12,7 @@
 #include <QStandardPaths>
 
 #include <mutex>
+#include <utility>
 
 namespace
 {
@@ -100,7 +101,23 @@ Ref<NSObject> NSUserDefaults::objectForKey(NSString* key) const
     if (key == nullptr || key->length() == 0) {
         return nullptr;
     }
-    return objectOf(QSettings(toQt(*_path), QSettings::IniFormat).value(keyOf(*key)));
+    const std::scoped_lock lock(_mutex);
+    Ref<NSObject> kept;
+    if (const auto unwritten = _unwritten.find(key->characters()); unwritten != _unwritten.end()) {
+        kept = unwritten->second;
+    } else {
+        kept = objectOf(QSettings(toQt(*_path), QSettings::IniFormat).value(keyOf(*key)));
+    }
+    const auto registered = _registered.find(key->characters());
+    return kept || registered == _registered.end() ? kept : registered->second;
+}
+
+void NSUserDefaults::registerDefault_forKey(Ref<NSObject> object, NSString* key)
+{
+    if (key != nullptr) {
+        const std::scoped_lock lock(_mutex);
+        _registered[std::u16string(key->characters())] = std::move(object);
+    }
 }
 
 void NSUserDefaults::setObject_forKey(NSObject* object, NSString* key)
@@ -118,8 +135,12 @@ void NSUserDefaults::setObject_forKey(NSObject* object, NSString* key)
         settings.setValue(keyOf(*key), text == nullptr ? QVariant(bytesOf(*number)) : QVariant(toQt(*text)));
     }
     settings.sync();
+    const std::scoped_lock lock(_mutex);
     if (settings.status() == QSettings::AccessError) {
         diagnose("NSUserDefaults setObject", '"' + _path->UTF8String() + "\" cannot be written");
+        _unwritten[std::u16string(key->characters())] = object;
+    } else {
+        _unwritten.erase(std::u16string(key->characters()));
     }
 }
 

@@ -88,7 +88,7 @@ TEST(CsvTest, ReadsInTheCharacterSetOfTheFile)
         std::vector<std::string> expected;
     } cases[] = {
         {"\xEF\xBB\xBF\u00e4,b", "windows-1252", {"1|\u00e4|b"}}, // the mark says more than others
-        {"\xEF\xBB\xBF#charset=latin1\n", "UTF-8", {"1|#charset=latin1"}},
+        {"\xEF\xBB\xBF#charset=latin1\nä", "UTF-8", {"1", "2|ä"}},
         {utf16(u"\ufeff\u00e4,\U0001f600\r\n\u0a0d\r\u0d0a\n\"\n\"", true),
          "UTF-8",
          {"1|\u00e4|\U0001f600", "2|\u0a0d", "3|\u0d0a", "4|\n"}},

@@ -87,7 +87,15 @@ TEST_F(NSUserDefaultsTest, SurviveBadFilesAndArguments)
     set(damaged, "", "x");
     damaged->setObject_forKey(make<NSObject>().get(), text("n").get());
     EXPECT_EQ(get(damaged, nullptr) + get(damaged, "n"), "nullnew");
-    set(defaults("damaged.ini/defaults.ini"), "k", "x");
+    const Ref<NSUserDefaults> inNoFolder = defaults("damaged.ini/defaults.ini");
+    set(inNoFolder, "k", "x");
+    EXPECT_EQ(get(inNoFolder, "k"), "x");
+    set(inNoFolder, "k", nullptr);
+    EXPECT_EQ(get(inNoFolder, "k"), "null");
+    inNoFolder->registerDefault_forKey(text("usual"), text("k").get());
+    EXPECT_EQ(get(inNoFolder, "k"), "usual");
+    set(inNoFolder, "k", "y");
+    EXPECT_EQ(get(inNoFolder, "k"), "y");
     const std::string output = testing::internal::GetCapturedStderr();
     EXPECT_NE(output.find("damaged.ini/defaults.ini\" cannot be written"), std::string::npos) << output;
 }
