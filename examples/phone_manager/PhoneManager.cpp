@@ -35,6 +35,22 @@ struct Accent {
 constexpr std::array kAccents{Accent{"Sky", "32,186,234"}, Accent{"Meadow", "52,152,83"},
                               Accent{"Sunset", "224,104,32"}, Accent{"Violet", "126,87,194"}};
 
+/// In the settings, and of views, of which each has some; first those that show the accent.
+constexpr std::array kColors{"color_border",
+                             "color_background",
+                             "color_used_",
+                             "color_normal_border",
+                             "color_normal_background",
+                             "color_hover_border",
+                             "color_hover_font",
+                             "color_normal_font",
+                             "color_hover_background",
+                             "color_border_normal",
+                             "color_desc",
+                             "color_name_hover",
+                             "color_desc_hover"};
+constexpr std::size_t kAccentColors = 7;
+
 constexpr double kUpdateInterval = 0.5;     // seconds, while a task runs
 constexpr std::size_t kFaultsShown = 3;     // of a task
 constexpr NSSize kWindowSize{960.0, 640.0}; // where there is none in the settings
@@ -135,33 +151,15 @@ void PhoneManager::build()
 
 void PhoneManager::applyColors(NSView& view)
 {
-    if (auto* button = dynamic_cast<ZuToolButton*>(&view)) {
-        using Setter = void (ZuToolButton::*)(Ref<NSColor>);
-        static constexpr std::array<std::pair<const char*, Setter>, 6> kColors{{
-            {"color_border", &ZuToolButton::setColor_border},
-            {"color_border_normal", &ZuToolButton::setColor_border_normal},
-            {"color_background", &ZuToolButton::setColor_background},
-            {"color_desc", &ZuToolButton::setColor_desc},
-            {"color_name_hover", &ZuToolButton::setColor_name_hover},
-            {"color_desc_hover", &ZuToolButton::setColor_desc_hover},
-        }};
-        for (const auto& [key, setter] : kColors) {
-            if (const Ref<NSColor> color = _settings.color(key)) { // else the button's own stays
-                (button->*setter)(color);
-            }
+    for (const char* key : kColors) {
+        const Ref<NSColor> color = _settings.color(key); // else the view's own stays
+        if (color && view.classTable().findProperty(key) != nullptr) {
+            view.setValue_forKey(color.get(), key);
         }
+    }
+    if (auto* button = dynamic_cast<ZuToolButton*>(&view)) {
         button->setFocusRingType(NSFocusRingType::Default);
         button->setOffset(_settings.number("icon_offset", button->offset()));
-    } else if (auto* progress = dynamic_cast<ZuProgressView*>(&view)) {
-        progress->setColor_used_(_settings.color("color_background"));
-    } else if (auto* simple = dynamic_cast<ZuSimpleButton*>(&view)) {
-        const Ref<NSColor> accent = _settings.color("color_background");
-        simple->setColor_normal_font(NSColor::whiteColor());
-        simple->setColor_normal_background(accent);
-        simple->setColor_normal_border(accent);
-        simple->setColor_hover_font(accent);
-        simple->setColor_hover_background(NSColor::whiteColor());
-        simple->setColor_hover_border(accent);
     }
     view.setNeedsDisplay();
     for (const Ref<NSView>& inside : view.subviews()) {
@@ -361,11 +359,12 @@ void PhoneManager::dragDropViewFileList(NSArray<NSString>* paths)
 void PhoneManager::changeAppearance(NSObject* /*sender*/)
 {
     const auto* const accent =
-        std::ranges::find(kAccents, _settings.text("color_border", ""), &Accent::color);
+        std::ranges::find(kAccents, _settings.text(kColors.front(), ""), &Accent::color);
     const Accent& next =
         accent == kAccents.end() || accent + 1 == kAccents.end() ? kAccents.front() : *(accent + 1);
-    _settings.set("color_border", next.color);
-    _settings.set("color_background", next.color);
+    for (std::size_t color = 0; color < kAccentColors; ++color) {
+        _settings.set(kColors[color], next.color);
+    }
     applyColors(*_content);
     tell(_settings.trouble().empty() ? localised("The buttons are in %s from now on.", {localised(next.name)})
                                      : _settings.trouble());

@@ -75,9 +75,9 @@ TEST(CompletenessTest, EveryClassIsUsedOrShown)
 
 TEST(CompletenessTest, EveryPropertyIsUsedOrShown)
 {
-    // Members that are called, and what forms set.
-    const std::set<std::string> members =
-        foundInExamples(std::regex("(?:\\.|->|::|<property name=\")(\\w+)"), 1);
+    // Members that are called, what forms set, and the colours that are set by name.
+    std::set<std::string> members = foundInExamples(std::regex("(?:\\.|->|::|<property name=\")(\\w+)"), 1);
+    members.merge(foundInExamples(std::regex("\"(color_\\w+)\""), 1));
     std::vector<const ClassTable*> tables(kWindowClasses.begin(), kWindowClasses.end());
     tables.insert(tables.end(),
                   {&PelSMSTableData::table, &ZuMultiSelectComboBoxData::table, &ZuOutlineItem::table});

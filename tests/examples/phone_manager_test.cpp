@@ -118,7 +118,8 @@ protected:
 
 TEST_F(PhoneManagerTest, TakesTheSettingsAndKeepsChanges)
 {
-    folder.write("s.json", R"({"color_border":"255,0,51","icon_offset":30,"page":"Messages"})");
+    folder.write("s.json",
+                 R"({"color_border":"255,0,51","color_used_":"0,0,255","icon_offset":30,"page":"Messages"})");
     const Ref<PhoneManager> manager = start({{"Ann", "", "1"}}, {});
     const auto button = [](const PhoneManager& of) {
         NSView& sidebar = *of.content()->subviews().front();
@@ -126,6 +127,7 @@ TEST_F(PhoneManagerTest, TakesTheSettingsAndKeepsChanges)
     };
     EXPECT_EQ(button(*manager)->color_border()->description(), "sRGB(1, 0, 0.2, 1)");
     EXPECT_EQ(button(*manager)->color_background()->description(), "sRGB(0, 0, 1, 1)") << "not in the file";
+    EXPECT_EQ(manager->taskProgress->color_used_()->description(), "sRGB(0, 0, 1, 1)");
     EXPECT_EQ(button(*manager)->offset(), 30);
     EXPECT_FALSE(manager->messagesPage->isHidden());
     EXPECT_TRUE(manager->contactsPage->isHidden());
@@ -133,6 +135,8 @@ TEST_F(PhoneManagerTest, TakesTheSettingsAndKeepsChanges)
     manager->changeAppearance(nullptr);
     const std::string accent = button(*manager)->color_border()->description();
     EXPECT_EQ(status(*manager), "The buttons are in Sky from now on.");
+    EXPECT_EQ(manager->taskProgress->color_used_()->description(), accent);
+    EXPECT_EQ(manager->taskCancel->color_hover_font()->description(), accent);
     manager->outline->selectKind(KindsView::Kind::Pictures);
     manager->openKind(nullptr);
     EXPECT_FALSE(manager->picturesPage->isHidden());
