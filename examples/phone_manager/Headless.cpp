@@ -1,10 +1,10 @@
 #include "Headless.h"
 
-#include "ExportTask.h"
-#include "ImportTask.h"
 #include "Phone.h"
 #include "Resources.h"
-#include "TextFile.h"
+#include "files/ExportTask.h"
+#include "files/ImportTask.h"
+#include "files/TextFile.h"
 
 #include <platform/appkit/NSApplication.h>
 

@@ -1,10 +1,10 @@
 #include "PhoneManager.h"
 
 #include "DropArea.h"
-#include "ExportTask.h"
 #include "HeaderCell.h"
-#include "ImportTask.h"
 #include "Resources.h"
+#include "files/ExportTask.h"
+#include "files/ImportTask.h"
 
 #include <platform/appkit/NSNib.h>
 #include <platform/appkit/NSOpenPanel.h>

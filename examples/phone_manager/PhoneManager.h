@@ -6,7 +6,7 @@
 #include "Phone.h"
 #include "PicturesPage.h"
 #include "Settings.h"
-#include "Task.h"
+#include "files/Task.h"
 
 #include <platform/appkit/NSWindow.h>
 #include <window/DragDropView.h>

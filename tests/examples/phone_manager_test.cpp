@@ -1,5 +1,5 @@
 #include "phone_manager/PhoneManager.h"
-#include "phone_manager/Task.h"
+#include "phone_manager/files/Task.h"
 
 #include "platform/appkit/NSApplication.h"
 #include "platform/appkit/NSWindow.h"

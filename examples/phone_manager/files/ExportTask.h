@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Phone.h"
-#include "Task.h"
+#include "files/Task.h"
 
 #include <cstddef>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "Csv.h"
+#include "files/Csv.h"
 
 #include <algorithm>
 #include <utility>

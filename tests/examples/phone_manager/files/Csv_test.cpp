@@ -1,4 +1,4 @@
-#include "phone_manager/Csv.h"
+#include "phone_manager/files/Csv.h"
 
 #include "support/TemporaryFolder.h"
 

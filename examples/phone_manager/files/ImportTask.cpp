@@ -1,4 +1,4 @@
-#include "ImportTask.h"
+#include "files/ImportTask.h"
 
 #include "Resources.h"
 

@@ -1,5 +1,5 @@
-#include "phone_manager/ExportTask.h"
-#include "phone_manager/RecordReader.h"
+#include "phone_manager/files/ExportTask.h"
+#include "phone_manager/files/RecordReader.h"
 #include "platform/appkit/NSApplication.h"
 #include "support/Drawing.h"
 #include "support/TemporaryFolder.h"

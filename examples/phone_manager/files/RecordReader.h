@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Csv.h"
-#include "TextFile.h"
+#include "files/Csv.h"
+#include "files/TextFile.h"
 
 #include <cstddef>
 #include <cstdint>

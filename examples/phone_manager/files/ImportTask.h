@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Phone.h"
-#include "RecordReader.h"
-#include "Task.h"
+#include "files/RecordReader.h"
+#include "files/Task.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "phone_manager/ImportTask.h"
+#include "phone_manager/files/ImportTask.h"
 
 #include "phone_manager/Phone.h"
 #include "platform/appkit/NSApplication.h"

@@ -1,7 +1,7 @@
-#include "ExportTask.h"
+#include "files/ExportTask.h"
 
-#include "Csv.h"
 #include "Resources.h"
+#include "files/Csv.h"
 
 #include <platform/foundation/NSDate.h>
 #include <platform/foundation/NSURL.h>

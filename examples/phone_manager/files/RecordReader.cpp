@@ -1,4 +1,4 @@
-#include "RecordReader.h"
+#include "files/RecordReader.h"
 
 #include "Phone.h"
 #include "Resources.h"

@@ -1,4 +1,4 @@
-#include "Task.h"
+#include "files/Task.h"
 
 #include <platform/foundation/ClassTable.h>
 #include <util/SystemUtil.h>
