@@ -27,6 +27,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -144,6 +145,44 @@ TEST_F(PhoneManagerTest, TakesTheSettingsAndKeepsChanges)
     const Ref<PhoneManager> next = start({{"Ann", "", "1"}}, {});
     EXPECT_EQ(button(*next)->color_border()->description(), accent);
     EXPECT_FALSE(next->picturesPage->isHidden());
+}
+
+TEST_F(PhoneManagerTest, ShowsEveryColorOfTheSettings)
+{
+    constexpr std::array kKeys{"color_border",
+                               "color_background",
+                               "color_used_",
+                               "color_normal_border",
+                               "color_normal_background",
+                               "color_hover_border",
+                               "color_hover_font",
+                               "color_normal_font",
+                               "color_hover_background",
+                               "color_border_normal",
+                               "color_desc",
+                               "color_name_hover",
+                               "color_desc_hover"};
+    std::string settings = "{\"page\":\"Contacts\"";
+    for (const char* key : kKeys) {
+        settings += std::string(",\"") + key + "\":\"0,51," + std::to_string(settings.size() % 256) + '"';
+    }
+    folder.write("s.json", settings + '}');
+    const Ref<PhoneManager> manager = start();
+    const Settings kept((folder.path() / "s.json").string());
+    const Ref<NSView> import(manager->content()->subviews().front()->subviews().front());
+    for (const char* key : kKeys) {
+        bool isShown = false;
+        for (NSView* view : {import.get(), static_cast<NSView*>(manager->taskProgress.get()),
+                             static_cast<NSView*>(manager->taskCancel.get())}) {
+            if (view->classTable().findProperty(key) != nullptr) {
+                const Ref<NSObject> shown = view->valueForKey(key);
+                EXPECT_EQ(dynamic_cast<NSColor&>(*shown).description(), kept.color(key)->description())
+                    << key;
+                isShown = true;
+            }
+        }
+        EXPECT_TRUE(isShown) << key;
+    }
 }
 
 TEST_F(PhoneManagerTest, PutsBrokenSettingsAside)

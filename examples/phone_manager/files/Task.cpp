@@ -29,6 +29,7 @@ void Task::start()
 
 void Task::proceed()
 {
+    const Ref<Task> self(this); // which whoever is told may let go
     if (_state != State::Running) {
         return; // cancelled since this was asked for
     }
@@ -44,6 +45,7 @@ void Task::proceed()
 
 void Task::cancel()
 {
+    const Ref<Task> self(this);
     if (_state == State::Running) {
         _state = State::Cancelled;
         end();

@@ -120,6 +120,8 @@ struct Property<Getter, Setter> {
 template <auto Member> struct Outlet;
 
 template <class Class, class T, T Class::*Member> struct Outlet<Member> {
+    static constexpr bool kTakesAnyObject = std::same_as<T, Ref<NSObject>>;
+
     static Ref<NSObject> get(const NSObject& object)
     {
         return Boxing<T>::box(static_cast<const Class&>(object).*Member);
@@ -160,7 +162,7 @@ template <auto Getter, auto Setter> constexpr PropertyEntry property(std::string
 template <auto Member> constexpr PropertyEntry outlet(std::string_view name)
 {
     using Access = class_table_detail::Outlet<Member>;
-    return {name, &Access::get, &Access::set};
+    return {name, &Access::get, &Access::set, Access::kTakesAnyObject};
 }
 
 /// An entry for `Method`, a member function without result that takes nothing or an `NSObject*`.

@@ -17,13 +17,15 @@ class Controller final : public NSObject
 {
 public:
     Ref<NSColor> color;
+    Ref<NSObject> helper;
     double width = 1.0;
 
     const ClassTable& classTable() const override { return table; }
     static const ClassTable table;
 };
 
-constexpr std::array kOutlets{outlet<&Controller::color>("color"), outlet<&Controller::width>("width")};
+constexpr std::array kOutlets{outlet<&Controller::color>("color"), outlet<&Controller::helper>("helper"),
+                              outlet<&Controller::width>("width")};
 constinit const ClassTable Controller::table{"Controller", &NSObject::table, kOutlets, {}};
 
 TEST(ClassTableTest, ReachesOutlets)
@@ -36,6 +38,8 @@ TEST(ClassTableTest, ReachesOutlets)
     EXPECT_EQ(controller->valueForKey("color"), controller->color);
     EXPECT_EQ(controller->color->description(), NSColor::grayColor()->description());
     EXPECT_EQ(controller->width, 2.5);
+    EXPECT_TRUE(Controller::table.findProperty("helper")->takesAnyObject);
+    EXPECT_FALSE(Controller::table.findProperty("color")->takesAnyObject);
 }
 
 TEST(ClassTableTest, ReportsAMethodThatIsMissing)
