@@ -2,27 +2,12 @@
 
 #include "Resources.h"
 
-#include <platform/appkit/NSScrollView.h>
-#include <platform/appkit/NSTableColumn.h>
-#include <platform/appkit/NSTableHeaderView.h>
-#include <platform/foundation/ClassTable.h>
-#include <platform/foundation/NSMutableArray.h>
-#include <platform/foundation/NSNumber.h>
-#include <platform/graphics/NSImage.h>
-#include <window/ZuTableCheckImageCell.h>
-
 #include <array>
 #include <utility>
-
-namespace
-{
 
 constexpr double kRowHeight = 24.0;
 
 constexpr std::array kSelectors{selector<&ChoicesPopover::setCheckItem>("setCheckItem:")};
-
-} // namespace
-
 constinit const ClassTable ChoicesPopover::table{"ChoicesPopover", &NSObject::table, {}, kSelectors};
 
 ChoicesPopover::ChoicesPopover(Ref<ZuMultiSelectComboBox> comboBox)

@@ -1,11 +1,6 @@
 #pragma once
 
-#include <platform/appkit/NSPopover.h>
-#include <platform/appkit/NSTableView.h>
-#include <window/ZuMultiSelectComboBox.h>
-#include <window/ZuMultiSelectComboBoxData.h>
-
-#include <cstdint>
+#include <Tessaline.h>
 
 /// The list of a multi-select combo box, in which its choices are checked. With each check the combo box
 /// sends its action.

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <window/DragDropView.h>
+#include <Tessaline.h>
 
 /// Takes folders as well as files.
 class DropArea final : public DragDropView
 {
 public:
     bool prepareForDragOperation(NSDraggingInfo* drag) override;
-    bool performDragOperation(NSDraggingInfo* drag) override;
+    bool performDragOperation(NSDraggingInfo* /*drag*/) override { return true; }
 
     const ClassTable& classTable() const override { return table; }
     static const ClassTable table;

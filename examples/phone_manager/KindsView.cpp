@@ -2,28 +2,14 @@
 
 #include "Resources.h"
 
-#include <platform/appkit/NSTableColumn.h>
-#include <platform/appkit/NSTableHeaderView.h>
-#include <platform/foundation/ClassTable.h>
-#include <platform/foundation/NSIndexSet.h>
-#include <platform/graphics/CGImage.h>
-#include <platform/graphics/NSFont.h>
-#include <platform/graphics/NSImage.h>
-#include <util/ImageUtil.h>
-#include <window/ZuCheckImageCell.h>
-
 #include <algorithm>
-#include <utility>
 #include <vector>
+
+constinit const ClassTable KindsView::table{
+    "KindsView", &ZuOutlineView::table, {}, {}, makeObject<KindsView>};
 
 namespace
 {
-
-constexpr double kNameSize = 14.0; // with which names stand on one line with the counts
-constexpr NSSize kLogoSize{16.0, 16.0};
-constexpr std::int64_t kLogoLeft = 30; // of a kind's: leaves room for triangle and check
-constexpr std::int64_t kLevel = 16;    // how much farther right the groups' are, as the view indents them
-constexpr std::int64_t kLogoGap = 6;
 
 /// A cell that has the outline check all that its row stands for.
 class CheckCell final : public ZuCheckImageCell
@@ -49,14 +35,11 @@ public:
 
 } // namespace
 
-constinit const ClassTable KindsView::table{
-    "KindsView", &ZuOutlineView::table, {}, {}, makeObject<KindsView>};
-
 void KindsView::awakeFromNib()
 {
+    constexpr double kNameSize = 14.0; // with which names stand on one line with the counts
     _root = make<ZuOutlineItem>()->init();
     setHeaderView(nullptr);
-    setIndentationPerLevel(kLevel);
     const Ref<CheckCell> cell = make<CheckCell>();
     cell->setFont(NSFont::fontWithName_size("Arial", kNameSize));
     const Ref<NSTableColumn> column = make<NSTableColumn>();
@@ -66,107 +49,61 @@ void KindsView::awakeFromNib()
     setDataSource(this);
 }
 
-void KindsView::setPhone(Ref<Phone> phone)
-{
-    _phone = std::move(phone);
-    update();
-}
-
-// Records
-
-void KindsView::visitRecords(const Visitor& visit) const
-{
-    if (!_phone) {
-        return;
-    }
-    for (Contact& contact : _phone->contacts()) {
-        visit(Kind::Contacts, contact.group, contact.isFixed ? nullptr : &contact.isChecked);
-    }
-    for (Message& message : _phone->messages()) {
-        visit(Kind::Messages, message.kindName(), &message.isChecked);
-    }
-    for (Picture& picture : _phone->pictures()) {
-        visit(Kind::Pictures, "", &picture.isChecked);
-    }
-}
-
-void KindsView::toggleRow(std::int64_t row)
-{
-    const Item& toggled = itemAt(row);
-    const bool checks = toggled.checked < toggled.checkable;
-    visitRecords([&](Kind kind, const std::string& group, bool* check) {
-        const bool belongs = kind == toggled.kind() && (toggled.group.empty() || group == toggled.group);
-        if (belongs && check != nullptr) {
-            *check = checks;
-        }
-    });
-    _phone->didChange();
-}
-
 // Rows
 
 KindsView::Item& KindsView::itemOf(Kind kind, const std::string& group)
 {
+    constexpr NSSize kLogoSize{16.0, 16.0};
+    constexpr std::int64_t kLogoLeft = 30; // of a kind's: leaves room for triangle and check
+    constexpr std::int64_t kLogoGap = 6;
     Ref<Item>& item = _items[{kind, group}];
     if (!item) {
-        item = makeItem(kind, group);
+        const char* name = kKindNames[static_cast<std::size_t>(kind)];
+        const Ref<NSImage> own = icon(group.empty() ? name : "group-" + group);
+        const Ref<NSImage> logo = own ? own : icon("folder");
+        item = make<Item>();
+        item->init();
+        item->setId_(static_cast<std::int64_t>(kind));
+        item->group = group;
+        item->setName(text(group.empty() ? localised(name) : shownGroup(group)));
+        item->setLogo(make<NSImage>()->initWithCGImage_size(ImageUtil::nsImageToCGImageRef(logo.get()).get(),
+                                                            kLogoSize));
+        const double indent = group.empty() ? 0.0 : indentationPerLevel();
+        item->setIndent_item(kLogoLeft + static_cast<std::int64_t>(indent));
+        item->setGap_logo_to_text(kLogoGap);
     }
     return *item;
 }
 
-KindsView::Item& KindsView::itemAt(std::int64_t row) const
-{
-    return dynamic_cast<Item&>(*itemAtRow(row));
-}
-
-Ref<KindsView::Item> KindsView::makeItem(Kind kind, const std::string& group)
-{
-    const bool isKind = group.empty();
-    const char* kindName = kKindNames[static_cast<std::size_t>(kind)];
-    const Ref<NSImage> own = isKind ? icon(kindName) : groupIcon(group);
-    const Ref<NSImage> picture = own ? own : icon("folder");
-    Ref<Item> item = make<Item>();
-    item->init();
-    item->setId_(static_cast<std::int64_t>(kind));
-    item->group = group;
-    item->setName(text(isKind ? localised(kindName) : shownGroup(group)));
-    item->setLogo(make<NSImage>()->initWithCGImage_size(ImageUtil::nsImageToCGImageRef(picture.get()).get(),
-                                                        kLogoSize));
-    item->setIndent_item(isKind ? kLogoLeft : kLogoLeft + kLevel);
-    item->setGap_logo_to_text(kLogoGap);
-    return item;
-}
-
 void KindsView::update()
 {
-    for (const auto& [key, item] : _items) {
-        item->records = item->checkable = item->checked = 0;
-    }
     _root->removeAllChildren();
-    for (const Kind kind : {Kind::Contacts, Kind::Messages, Kind::Pictures}) {
+    for (const Kind kind : kKinds) {
         _root->addChild(&itemOf(kind, ""));
     }
-    const auto count = [](Item& item, const bool* check) {
-        ++item.records;
-        item.checkable += check != nullptr ? 1 : 0;
-        item.checked += check != nullptr && *check ? 1 : 0;
+    for (const auto& [key, item] : _items) {
+        item->setNumber(0);
+        item->checked = 0;
+        item->removeAllChildren();
+    }
+    const auto count = [](Item& item, bool isChecked) {
+        item.setNumber(item.number() + 1);
+        item.checked += isChecked ? 1 : 0;
     };
-    visitRecords([&](Kind kind, const std::string& group, const bool* check) {
-        count(itemOf(kind, ""), check);
+    phone->visit([&](Kind kind, const std::string& group, bool isChecked) {
+        count(itemOf(kind, ""), isChecked);
         if (!group.empty()) {
-            count(itemOf(kind, group), check);
+            count(itemOf(kind, group), isChecked);
         }
     });
-    std::vector<Ref<Item>> rows;
+    std::vector<Ref<Item>> items;
     for (const auto& [key, item] : _items) {
-        item->setNumber(static_cast<std::int64_t>(item->records));
-        item->setIsEnable(item->checkable > 0 ? 1 : 0);
-        item->setIsChecked(item->checkable > 0 && item->checked == item->checkable ? 1 : 0);
-        item->removeAllChildren();
-        rows.push_back(item);
+        item->setIsEnable(item->number() > 0 ? 1 : 0);
+        item->setIsChecked(item->number() > 0 && item->checked == item->number() ? 1 : 0);
+        items.push_back(item);
     }
-    std::ranges::sort(rows, {}, [](const Ref<Item>& item) { return item->name()->UTF8String(); });
-    for (const Ref<Item>& item : rows) {
+    std::ranges::sort(items, {}, [](const Ref<Item>& item) { return item->name()->UTF8String(); });
+    for (const Ref<Item>& item : items) {
         if (!item->group.empty()) {
             itemOf(item->kind(), "").addChild(item);
         }
@@ -205,7 +142,20 @@ void KindsView::outlineView_willDisplayCell_forTableColumn_item(NSOutlineView* /
                                                  : "content-check-no"));
 }
 
-// Selection
+// Checks and selection
+
+void KindsView::toggleRow(std::int64_t row)
+{
+    const Ref<NSObject> object = itemAtRow(row);
+    const auto& toggled = dynamic_cast<const Item&>(*object);
+    const bool checks = toggled.isChecked() == 0;
+    phone->visit([&](Kind kind, const std::string& group, bool& isChecked) {
+        if (kind == toggled.kind() && (toggled.group.empty() || group == toggled.group)) {
+            isChecked = checks;
+        }
+    });
+    phone->didChange();
+}
 
 void KindsView::selectKind(Kind kind)
 {
@@ -216,7 +166,8 @@ void KindsView::selectKind(Kind kind)
 
 void KindsView::outlineViewSelectionDidChange(NSOutlineView* /*view*/)
 {
-    const Kind kind = selectedRow() < 0 ? _selectedKind : itemAt(selectedRow()).kind();
+    const Ref<NSObject> item = selectedRow() < 0 ? nullptr : itemAtRow(selectedRow());
+    const Kind kind = item ? dynamic_cast<Item&>(*item).kind() : _selectedKind;
     if (kind != std::exchange(_selectedKind, kind)) {
         sendAction_to(action(), target().get());
     }

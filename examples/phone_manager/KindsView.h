@@ -2,15 +2,11 @@
 
 #include "Phone.h"
 
-#include <window/ZuOutlineItem.h>
-#include <window/ZuOutlineView.h>
+#include <Tessaline.h>
 
-#include <array>
-#include <cstddef>
-#include <cstdint>
-#include <functional>
 #include <map>
 #include <string>
+#include <utility>
 
 /// The outline of what the phone holds: the kinds with their groups, how many there are of each, and checks
 /// that check all of it for an export. It is its own data source and delegate, and sends its action when
@@ -18,13 +14,11 @@
 class KindsView final : public ZuOutlineView, public NSOutlineViewDataSource, public NSOutlineViewDelegate
 {
 public:
-    enum class Kind { Contacts, Messages, Pictures };
-    static constexpr std::array kKindNames{"Contacts", "Messages", "Pictures"};
+    /// What the outline shows. Whoever sets it calls `update`.
+    Ref<Phone> phone;
 
     void awakeFromNib() override;
 
-    /// What the outline shows from now on; null, as at first, for nothing.
-    void setPhone(Ref<Phone> phone);
     /// Shows what has become of the phone.
     void update();
 
@@ -48,26 +42,16 @@ public:
     static const ClassTable table;
 
 private:
-    /// A row: a kind, or below it one of its groups.
-    class Item final : public ZuOutlineItem
-    {
-    public:
+    /// A row: a kind, or below it one of its groups. Its number is how many records there are.
+    struct Item final : ZuOutlineItem {
         Kind kind() const { return static_cast<Kind>(id_()); }
 
         std::string group; // empty for the kind itself
-        std::size_t records = 0;
-        std::size_t checkable = 0;
-        std::size_t checked = 0;
+        std::int64_t checked = 0;
     };
-    /// What is called for a record: its kind and group, and its check, null if it cannot be checked.
-    using Visitor = std::function<void(Kind kind, const std::string& group, bool* check)>;
 
-    void visitRecords(const Visitor& visit) const;
     Item& itemOf(Kind kind, const std::string& group);
-    Item& itemAt(std::int64_t row) const;
-    static Ref<Item> makeItem(Kind kind, const std::string& group);
 
-    Ref<Phone> _phone;
     Ref<ZuOutlineItem> _root;
     std::map<std::pair<Kind, std::string>, Ref<Item>> _items; // by kind and group
     Kind _selectedKind = Kind::Contacts;

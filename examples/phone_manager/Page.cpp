@@ -2,22 +2,9 @@
 
 #include "Resources.h"
 
-#include <platform/appkit/NSTableColumn.h>
-#include <platform/foundation/ClassTable.h>
-#include <platform/foundation/NSIndexSet.h>
-#include <platform/foundation/NSNumber.h>
-#include <platform/graphics/NSImage.h>
-#include <window/ZuTableCheckImageCell.h>
-
 #include <algorithm>
 #include <array>
-#include <numeric>
 #include <utility>
-
-namespace
-{
-
-constexpr std::int32_t kCheckLeft = 8;
 
 constexpr std::array kProperties{
     outlet<&Page::tableView>("tableView"),
@@ -27,56 +14,37 @@ constexpr std::array kSelectors{
     selector<&Page::setCheckItem>("setCheckItem:"),
     selector<&Page::setHeaderCheckItem>("setHeaderCheckItem:"),
 };
-
-} // namespace
-
 constinit const ClassTable Page::table{"Page", &ZuFlippedView::table, kProperties, kSelectors};
 
 void Page::awakeFromNib()
 {
-    header().setImageOffset(kCheckLeft);
+    constexpr std::int32_t kCheckLeft = 8;
+    dynamic_cast<ZuCheckTableHeaderView&>(*tableView->headerView()).setImageOffset(kCheckLeft);
     auto& check = dynamic_cast<ZuTableCheckImageCell&>(*tableView->tableColumns().front()->dataCell());
     check.loadImage_withSecond_withThird(icon("content-check-no").get(), icon("content-check-yes").get(),
                                          icon("content-check-off").get());
     check.setImageOffset(kCheckLeft);
 }
 
-ZuCheckTableHeaderView& Page::header() const
-{
-    return dynamic_cast<ZuCheckTableHeaderView&>(*tableView->headerView());
-}
-
 // Rows
-
-void Page::setPhone(Ref<Phone> phone)
-{
-    _phone = std::move(phone);
-    update();
-}
 
 void Page::update()
 {
-    setRows(allRecords());
-}
-
-std::vector<std::size_t> Page::allRecords() const
-{
-    std::vector<std::size_t> records(_phone ? recordCount() : 0);
-    std::iota(records.begin(), records.end(), 0);
-    return records;
-}
-
-void Page::setRows(std::vector<std::size_t> rows)
-{
+    std::vector<std::size_t> rows;
+    for (std::size_t record = 0; record < recordCount(); ++record) {
+        if (isShown(record)) {
+            rows.push_back(record);
+        }
+    }
     if (rows != _rows) {
-        const std::int64_t before = tableView->selectedRow();
-        const auto selected = before < 0 ? rows.end() : std::ranges::find(rows, recordAtRow(before));
-        const auto row = static_cast<std::size_t>(selected - rows.begin());
-        const Ref<NSIndexSet> selection = selected == rows.end() ? NSIndexSet::indexSetWithIndexesInRanges({})
-                                                                 : NSIndexSet::indexSetWithIndex(row);
+        const auto row =
+            static_cast<std::size_t>(tableView->selectedRow()); // past all of them if there is none
+        const bool staysSelected = row < std::min(rows.size(), _rows.size()) && rows[row] == _rows[row];
         _rows = std::move(rows);
         tableView->reloadData();
-        tableView->selectRowIndexes_byExtendingSelection(selection.get(), false);
+        if (!staysSelected) {
+            tableView->selectRowIndexes_byExtendingSelection(NSIndexSet::indexSet().get(), false);
+        }
     }
     showChecks();
 }
@@ -86,13 +54,15 @@ std::int64_t Page::numberOfRowsInTableView(NSTableView* /*view*/)
     return static_cast<std::int64_t>(_rows.size());
 }
 
-void Page::tableView_willDisplayCell_forTableColumn_row(NSTableView* /*view*/, NSCell* cell,
-                                                        NSTableColumn* /*column*/, std::int64_t row)
+void Page::tableView_willDisplayCell_forTableColumn_row(NSTableView* view, NSCell* cell,
+                                                        NSTableColumn* column, std::int64_t row)
 {
     if (auto* check = dynamic_cast<ZuTableCheckImageCell*>(cell)) {
-        const bool* isChecked = checkOf(recordAtRow(row));
-        check->setIsChecked(isChecked != nullptr && *isChecked ? 1 : 0);
-        check->setEnabled(isChecked != nullptr);
+        check->setIsChecked(isChecked(recordAtRow(row)) ? 1 : 0);
+    } else if (cell != nullptr) {
+        const auto& columns = view->tableColumns();
+        const auto place = std::ranges::find(columns, column, &Ref<NSTableColumn>::get) - columns.begin();
+        show(recordAtRow(row), *cell, static_cast<std::size_t>(place));
     }
 }
 
@@ -100,37 +70,28 @@ void Page::tableView_willDisplayCell_forTableColumn_row(NSTableView* /*view*/, N
 
 void Page::setCheckItem(NSObject* row)
 {
-    if (bool* isChecked = checkOf(recordAtRow(dynamic_cast<NSNumber&>(*row).integerValue()))) {
-        *isChecked = !*isChecked;
-        _phone->didChange();
-    }
+    bool& check = isChecked(recordAtRow(dynamic_cast<NSNumber&>(*row).integerValue()));
+    check = !check;
+    phone->didChange();
 }
 
 void Page::setHeaderCheckItem(NSObject* checked)
 {
     for (const std::size_t record : _rows) {
-        if (bool* isChecked = checkOf(record)) {
-            *isChecked = dynamic_cast<NSNumber&>(*checked).integerValue() != 0;
-        }
+        isChecked(record) = dynamic_cast<NSNumber&>(*checked).integerValue() != 0;
     }
-    if (_phone) {
-        _phone->didChange();
-    }
+    phone->didChange();
 }
 
 void Page::showChecks()
 {
-    std::size_t checked = 0;
-    std::size_t all = 0;
-    for (const std::size_t record : _rows) {
-        if (const bool* isChecked = checkOf(record)) {
-            checked += *isChecked ? 1 : 0;
-            ++all;
-        }
-    }
-    status->setStringValue(text(localised(statusKey(), {std::to_string(checked), std::to_string(all)})));
-    header().setShowChecked(all > 0);
-    header().setIsChecked(all > 0 && checked == all ? 1 : 0);
-    header().setNeedsDisplay();
+    const auto checked = static_cast<std::size_t>(
+        std::ranges::count_if(_rows, [&](std::size_t record) { return isChecked(record); }));
+    status->setStringValue(
+        text(localised("%s of %s checked", {std::to_string(checked), std::to_string(_rows.size())})));
+    auto& header = dynamic_cast<ZuCheckTableHeaderView&>(*tableView->headerView());
+    header.setShowChecked(!_rows.empty());
+    header.setIsChecked(!_rows.empty() && checked == _rows.size() ? 1 : 0);
+    header.setNeedsDisplay();
     tableView->setNeedsDisplay();
 }

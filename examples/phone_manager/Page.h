@@ -2,13 +2,8 @@
 
 #include "Phone.h"
 
-#include <platform/appkit/NSTableView.h>
-#include <platform/appkit/NSTextField.h>
-#include <window/ZuCheckTableHeaderView.h>
-#include <window/ZuFlippedView.h>
+#include <Tessaline.h>
 
-#include <cstddef>
-#include <cstdint>
 #include <vector>
 
 /// A page with a table of what the phone holds of one kind, in which records are checked for an export, one
@@ -17,47 +12,40 @@ class Page : public ZuFlippedView, public NSTableViewDataSource, public NSTableV
 {
 public:
     // Outlets
-    Ref<NSTableView> tableView;
-    Ref<NSTextField> status; // tells how many are checked
+    Ref<NSTableView> tableView; // its first column shows the checks
+    Ref<NSTextField> status;    // tells how many are checked
+
+    /// What the page shows. Whoever sets it calls `update`.
+    Ref<Phone> phone;
 
     void awakeFromNib() override;
 
-    /// What the page shows from now on; null, as at first, for nothing.
-    void setPhone(Ref<Phone> phone);
     /// Shows what has become of the phone.
     virtual void update();
 
     std::int64_t numberOfRowsInTableView(NSTableView* view) override;
     void tableView_willDisplayCell_forTableColumn_row(NSTableView* view, NSCell* cell, NSTableColumn* column,
                                                       std::int64_t row) override;
-    /// A click on the image of a row, whose number it takes.
+    /// A click on the check of a row, whose number it takes.
     void setCheckItem(NSObject* row);
-    /// A click on the image over the header, which takes whether it is checked now.
+    /// A click on the check over the header, which takes whether it is checked now.
     void setHeaderCheckItem(NSObject* checked);
 
     const ClassTable& classTable() const override { return table; }
     static const ClassTable table;
 
 protected:
-    /// A record of the page's kind, by its place on the phone. The check is null for one that cannot be
-    /// checked.
-    virtual bool* checkOf(std::size_t record) const = 0;
+    // Records of the page's kind, by their places on the phone
     virtual std::size_t recordCount() const = 0;
-    /// What to say of so many checked ones of so many.
-    virtual const char* statusKey() const = 0;
+    virtual bool& isChecked(std::size_t record) const = 0;
+    virtual bool isShown(std::size_t /*record*/) const { return true; }
+    /// Has the cell of a column show the record.
+    virtual void show(std::size_t record, NSCell& cell, std::size_t column) = 0;
 
-    Phone* phone() const { return _phone.get(); }
-    /// The places of all records.
-    std::vector<std::size_t> allRecords() const;
-    /// The record that a row shows.
     std::size_t recordAtRow(std::int64_t row) const { return _rows[static_cast<std::size_t>(row)]; }
-    /// Shows other records, or in another order. The one that was selected stays so.
-    void setRows(std::vector<std::size_t> rows);
 
 private:
-    ZuCheckTableHeaderView& header() const;
     void showChecks();
 
-    Ref<Phone> _phone;
-    std::vector<std::size_t> _rows;
+    std::vector<std::size_t> _rows; // their records
 };

@@ -1,28 +1,14 @@
 #include "Phone.h"
 
-bool Phone::hasChecked() const
+void Phone::visit(const std::function<void(Kind kind, const std::string& group, bool& isChecked)>& visitor)
 {
-    return std::ranges::any_of(_contacts, &Contact::isChecked) ||
-           std::ranges::any_of(_messages, &Message::isChecked) ||
-           std::ranges::any_of(_pictures, &Picture::isChecked);
-}
-
-void Phone::checkAll()
-{
-    for (Contact& contact : _contacts) {
-        contact.isChecked = !contact.isFixed;
+    for (Contact& contact : contacts) {
+        visitor(Kind::Contacts, contact.group, contact.isChecked);
     }
-    for (Message& message : _messages) {
-        message.isChecked = true;
+    for (Message& message : messages) {
+        visitor(Kind::Messages, Message::kStates[message.state], message.isChecked);
     }
-    for (Picture& picture : _pictures) {
-        picture.isChecked = true;
-    }
-}
-
-void Phone::didChange() const
-{
-    if (_observer) {
-        _observer();
+    for (Picture& picture : pictures) {
+        visitor(Kind::Pictures, "", picture.isChecked);
     }
 }

@@ -1,72 +1,67 @@
 #pragma once
 
-#include <platform/foundation/NSObject.h>
+#include <Tessaline.h>
 
-#include <algorithm>
 #include <array>
-#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
 
-/// An entry of the phone's address book, in UTF-8.
+/// What there is on a phone.
+enum class Kind { Contacts, Messages, Pictures };
+inline constexpr std::array kKinds{Kind::Contacts, Kind::Messages, Kind::Pictures};
+/// By kind: the keys of what the user reads.
+inline constexpr std::array kKindNames{"Contacts", "Messages", "Pictures"};
+
+// Texts are UTF-8. What is checked will be exported.
+
+/// An entry of the phone's address book.
 struct Contact {
     std::string name;
     std::string group;
     std::string number;
-    bool isFixed = false; // it belongs to the phone and cannot be exported
-    bool isChecked = false;
     std::string email = {};
+    bool isChecked = false;
 };
 
-/// A text message of the phone, in UTF-8.
+/// A text message.
 struct Message {
-    enum class Kind { Received, Sent, Failed };
-    /// By kind: what they are called in tables, and the keys of what the user reads.
-    static constexpr std::array kKindNames{"Received", "Sent", "Failed"};
+    /// What becomes of messages, as tables and the keys of what the user reads call it.
+    static constexpr std::array kStates{"Received", "Sent", "Failed"};
+    static constexpr std::size_t kFailed = 2;
 
-    const char* kindName() const { return kKindNames[static_cast<std::size_t>(kind)]; }
     /// Who wrote it or gets it: the name, or if there is none the number.
     const std::string& partner() const { return name.empty() ? number : name; }
 
-    Kind kind = Kind::Received;
+    std::size_t state = 0; // in `kStates`
     std::string name;
     std::string number;
     std::string text;
-    std::string date = {}; // as its file tells it: "2026-04-03 12:30:45", in local time, if that is ours
+    std::string date = {}; // as its file tells it
     bool isChecked = false;
 };
 
-/// A picture of the phone, which stays in its file.
+/// A picture, which stays in its file.
 struct Picture {
+    static constexpr NSSize kThumbnailSize{60.0, 40.0};
+
     std::filesystem::path file;
+    Ref<NSImage> thumbnail;
     bool isChecked = false;
 };
 
-/// What is on the phone, and what of it is checked for an export.
+/// What is on the phone. It only grows, so that records keep their places, though not their addresses.
 class Phone final : public NSObject
 {
 public:
-    // In the order in which they came. Whoever changes something calls `didChange` when all is done, but
-    // for tasks, which tell of themselves; imports add to the ends only, so that places stay and addresses do
-    // not.
-    std::vector<Contact>& contacts() { return _contacts; }
-    std::vector<Message>& messages() { return _messages; }
-    std::vector<Picture>& pictures() { return _pictures; }
+    std::vector<Contact> contacts;
+    std::vector<Message> messages;
+    std::vector<Picture> pictures;
 
-    bool isEmpty() const { return _contacts.empty() && _messages.empty() && _pictures.empty(); }
-    bool hasChecked() const;
-    /// Checks everything but the fixed contacts.
-    void checkAll();
+    /// Is called by those who changed something when all is done. Tasks tell of themselves instead.
+    std::function<void()> didChange = [] {};
 
-    /// Is called on changes. Default nothing.
-    void setObserver(std::function<void()> observer) { _observer = std::move(observer); }
-    void didChange() const;
-
-private:
-    std::vector<Contact> _contacts;
-    std::vector<Message> _messages;
-    std::vector<Picture> _pictures;
-    std::function<void()> _observer;
+    /// Calls `visitor` with kind, group (empty for none) and check of each record.
+    void visit(const std::function<void(Kind kind, const std::string& group, bool& isChecked)>& visitor);
 };

@@ -1,25 +1,9 @@
 #include "PhoneManager.h"
 
 #include "DropArea.h"
-#include "HeaderCell.h"
 #include "Resources.h"
 #include "files/ExportTask.h"
 #include "files/ImportTask.h"
-
-#include <platform/appkit/NSNib.h>
-#include <platform/appkit/NSOpenPanel.h>
-#include <platform/appkit/NSWorkspace.h>
-#include <platform/foundation/ClassTable.h>
-#include <platform/foundation/NSArray.h>
-#include <platform/foundation/NSAttributedString.h>
-#include <platform/foundation/NSBundle.h>
-#include <platform/foundation/NSURL.h>
-#include <platform/graphics/NSColor.h>
-#include <platform/graphics/NSFont.h>
-#include <util/FileUtil.h>
-#include <util/UiUtil.h>
-#include <window/Classes.h>
-#include <window/ZuToolButton.h>
 
 #include <algorithm>
 #include <array>
@@ -34,32 +18,16 @@ struct Accent {
 };
 constexpr std::array kAccents{Accent{"Sky", "32,186,234"}, Accent{"Meadow", "52,152,83"},
                               Accent{"Sunset", "224,104,32"}, Accent{"Violet", "126,87,194"}};
+/// The colours that are the accent, in the settings and of views.
+constexpr std::array kAccentColors{"color_border",        "color_background",        "color_used_",
+                                   "color_normal_border", "color_normal_background", "color_hover_border",
+                                   "color_hover_font"};
 
-/// In the settings, and of views, of which each has some; first those that show the accent.
-constexpr std::array kColors{"color_border",
-                             "color_background",
-                             "color_used_",
-                             "color_normal_border",
-                             "color_normal_background",
-                             "color_hover_border",
-                             "color_hover_font",
-                             "color_normal_font",
-                             "color_hover_background",
-                             "color_border_normal",
-                             "color_desc",
-                             "color_name_hover",
-                             "color_desc_hover"};
-constexpr std::size_t kAccentColors = 7;
-
-constexpr double kUpdateInterval = 0.5;     // seconds, while a task runs
-constexpr std::size_t kFaultsShown = 3;     // of a task
 constexpr NSSize kWindowSize{960.0, 640.0}; // where there is none in the settings
 constexpr NSSize kSmallestWindow{760.0, 480.0};
 
-constexpr std::array<const ClassTable*, 6> kClasses{&DropArea::table,     &KindsView::table,
-                                                    &ContactsPage::table, &MessagesPage::table,
-                                                    &PicturesPage::table, &HeaderCell::table};
-
+constexpr std::array<const ClassTable*, 5> kClasses{&DropArea::table, &KindsView::table, &ContactsPage::table,
+                                                    &MessagesPage::table, &PicturesPage::table};
 constexpr std::array kProperties{
     outlet<&PhoneManager::outline>("outline"),           outlet<&PhoneManager::contactsPage>("contactsPage"),
     outlet<&PhoneManager::messagesPage>("messagesPage"), outlet<&PhoneManager::picturesPage>("picturesPage"),
@@ -77,19 +45,19 @@ constexpr std::array kSelectors{
     selector<&PhoneManager::openHelp>("openHelp:"),
     selector<&PhoneManager::openKind>("openKind:"),
     selector<&PhoneManager::cancelTask>("cancelTask:"),
-    selector<&PhoneManager::update>("update"),
 };
 
-/// What a task has done, and the first of what went wrong, in the user's language.
+/// What a task has done, and the first of what went wrong.
 std::string reportOn(const Task& task)
 {
-    const std::size_t shown = std::min(task.faults().size(), kFaultsShown);
+    constexpr std::size_t kMostShown = 3;
+    const std::size_t shown = std::min(task.faults().size(), kMostShown);
     std::string sentences = localised("Task %s: %s", {std::to_string(task.identifier()), task.summary()});
     for (std::size_t fault = 0; fault < shown; ++fault) {
         sentences += '\n' + task.faults()[fault];
     }
-    if (task.faultCount() > shown) {
-        sentences += '\n' + localised("… and %s more", {std::to_string(task.faultCount() - shown)});
+    if (task.faults().size() > shown) {
+        sentences += '\n' + localised("… and %s more", {std::to_string(task.faults().size() - shown)});
     }
     return sentences;
 }
@@ -98,27 +66,22 @@ std::string reportOn(const Task& task)
 
 constinit const ClassTable PhoneManager::table{"PhoneManager", &NSObject::table, kProperties, kSelectors};
 
-PhoneManager::PhoneManager(const std::string& settingsFile) : _settings(settingsFile), _phone(make<Phone>())
+PhoneManager::PhoneManager(const std::filesystem::path& settingsFile)
+    : _settings(settingsFile), _phone(make<Phone>())
 {
-    _phone->setObserver([this] { update(); });
-    if (const std::string chosen = _settings.text("language", ""); !chosen.empty()) {
+    _phone->didChange = [this] { update(); };
+    if (const std::string chosen = _settings.text("language"); !chosen.empty()) {
         setLanguage(chosen);
     }
     build();
-    const auto* const page =
-        std::ranges::find(KindsView::kKindNames, _settings.text("page", KindsView::kKindNames.front()));
-    outline->selectKind(page == KindsView::kKindNames.end()
-                            ? KindsView::Kind()
-                            : KindsView::Kind(page - KindsView::kKindNames.begin()));
-    showPage();
     tell(_settings.trouble());
 }
 
 PhoneManager::~PhoneManager()
 {
-    _phone->setObserver(nullptr);
+    _phone->didChange = [] {};
     for (const Ref<Task>& task : _tasks) {
-        task->setObserver(nullptr);
+        task->didProceed = [] {};
         task->cancel();
     }
 }
@@ -143,18 +106,21 @@ void PhoneManager::build()
     taskProgress->setTotal_(1.0);
     UiUtil::changeBackgroundColor_withRGB(_content.get(), text("F5F5F5").get());
     applyColors(*_content);
-    outline->setPhone(_phone);
-    contactsPage->setPhone(_phone);
-    messagesPage->setPhone(_phone);
-    picturesPage->setPhone(_phone);
+    outline->phone = contactsPage->phone = messagesPage->phone = picturesPage->phone = _phone;
+    update();
+    outline->selectKind(Kind::Contacts);
 }
 
+/// Sets the colours that the settings have by the names of properties. Others stay.
 void PhoneManager::applyColors(NSView& view)
 {
-    for (const char* key : kColors) {
-        const Ref<NSColor> color = _settings.color(key); // else the view's own stays
-        if (color && view.classTable().findProperty(key) != nullptr) {
-            view.setValue_forKey(color.get(), key);
+    for (const ClassTable* each = &view.classTable(); each != nullptr; each = each->base) {
+        for (const PropertyEntry& property : each->properties) {
+            const std::string key(property.name);
+            if (const Ref<NSColor> color =
+                    key.starts_with("color_") ? _settings.color(key.c_str()) : nullptr) {
+                view.setValue_forKey(color.get(), key);
+            }
         }
     }
     if (auto* button = dynamic_cast<ZuToolButton*>(&view)) {
@@ -194,11 +160,21 @@ void PhoneManager::windowDidResize(NSWindow* window)
 
 // Pages
 
-void PhoneManager::showPage()
+/// Shows what has become of the phone.
+void PhoneManager::update()
+{
+    outline->update();
+    contactsPage->update();
+    messagesPage->update();
+    picturesPage->update();
+    openKind(nullptr);
+}
+
+void PhoneManager::openKind(NSObject* /*sender*/)
 {
     const auto kind = static_cast<std::size_t>(outline->selectedKind());
-    const bool isEmpty = _phone->isEmpty();
-    headline->setStringValue(text(localised(isEmpty ? "Nothing here yet" : KindsView::kKindNames[kind])));
+    const bool isEmpty = _phone->contacts.empty() && _phone->messages.empty() && _phone->pictures.empty();
+    headline->setStringValue(text(localised(isEmpty ? "Nothing here yet" : kKindNames[kind])));
     startPage->setHidden(!isEmpty);
     const std::array<NSView*, 3> pages{contactsPage.get(), messagesPage.get(), picturesPage.get()};
     for (std::size_t page = 0; page < pages.size(); ++page) {
@@ -206,32 +182,16 @@ void PhoneManager::showPage()
     }
 }
 
-void PhoneManager::openKind(NSObject* /*sender*/)
-{
-    showPage();
-    _settings.set("page", KindsView::kKindNames[static_cast<std::size_t>(outline->selectedKind())]);
-}
-
-void PhoneManager::update()
-{
-    _isUpdateDue = false;
-    outline->update();
-    contactsPage->update();
-    messagesPage->update();
-    picturesPage->update();
-    showPage();
-}
-
 // Tasks
 
-void PhoneManager::importFiles(std::vector<std::filesystem::path> files)
+void PhoneManager::importFiles(const std::vector<std::filesystem::path>& files)
 {
-    addTask(make<ImportTask>()->initWithFiles_phone(std::move(files), _phone));
+    addTask(make<ImportTask>(files, _phone));
 }
 
 void PhoneManager::exportTo(const std::filesystem::path& folder)
 {
-    addTask(make<ExportTask>()->initWithPhone_folder(_phone, folder / localised("Phone export")));
+    addTask(make<ExportTask>(*_phone, folder / localised("Phone export")));
 }
 
 void PhoneManager::addTask(const Ref<Task>& task)
@@ -241,28 +201,31 @@ void PhoneManager::addTask(const Ref<Task>& task)
         _faultsBefore.clear();
     }
     _tasks.push_back(task);
-    task->setObserver([this] { taskDidProceed(); });
+    task->didProceed = [this] { taskDidProceed(); };
     if (_tasks.size() == 1) {
         task->start();
-        showTask();
+        taskDidProceed();
     }
 }
 
+/// Shows how far the first task is, and goes on to the next one when it has ended.
 void PhoneManager::taskDidProceed()
 {
-    if (_tasks.front()->state() != Task::State::Running) {
+    const Ref<Task> task = _tasks.front();
+    const bool isRunning = task->state() == Task::State::Running;
+    if (!isRunning) {
         update();
         if (_tasks.size() > 1) {
-            if (_tasks.front()->faultCount() > 0) {
-                _faultsBefore = '\n' + reportOn(*_tasks.front()) + _faultsBefore;
-            }
+            _faultsBefore = task->faults().empty() ? _faultsBefore : '\n' + reportOn(*task) + _faultsBefore;
             _tasks.pop_front();
             _tasks.front()->start();
+            taskDidProceed();
+            return;
         }
-    } else if (!std::exchange(_isUpdateDue, true)) { // not with each slice: it takes longer than many of them
-        performSelector_withObject_afterDelay(SEL{"update"}, nullptr, kUpdateInterval);
     }
-    showTask();
+    taskProgress->setStep_(task->progress());
+    taskProgress->setNeedsDisplay();
+    tell(reportOn(*task) + _faultsBefore, isRunning);
 }
 
 void PhoneManager::cancelTask(NSObject* /*sender*/)
@@ -270,14 +233,6 @@ void PhoneManager::cancelTask(NSObject* /*sender*/)
     if (!_tasks.empty()) {
         _tasks.front()->cancel();
     }
-}
-
-void PhoneManager::showTask()
-{
-    const Task& task = *_tasks.front();
-    taskProgress->setStep_(task.progress());
-    taskProgress->setNeedsDisplay();
-    tell(reportOn(task) + _faultsBefore, task.state() == Task::State::Running);
 }
 
 /// Shows sentences in the panel, or no panel if there are none.
@@ -296,24 +251,24 @@ std::vector<std::filesystem::path> PhoneManager::choose(NSOpenPanel& panel, cons
 {
     panel.setTitle(text(localised(action)));
     panel.setPrompt(panel.title());
-    panel.setDirectoryURL(NSURL::fileURLWithPath(text(_settings.text("folder", "")).get()));
+    panel.setDirectoryURL(NSURL::fileURLWithPath(text(_settings.text("folder")).get()));
     std::vector<std::filesystem::path> chosen;
     if (panel.runModal() == NSModalResponseOK) {
         for (const Ref<NSURL>& url : *panel.URLs()) {
             chosen.emplace_back(url->path()->UTF8String());
         }
+        const bool isFolder = panel.canChooseDirectories();
+        _settings.set("folder", (isFolder ? chosen.front() : chosen.front().parent_path()).string());
     }
     return chosen;
 }
 
 void PhoneManager::chooseImport(NSObject* /*sender*/)
 {
-    const Ref<PhoneManager> self(this);
+    const Ref<PhoneManager> self(this); // while the panel is open
     const Ref<NSOpenPanel> panel = NSOpenPanel::openPanel();
     panel->setAllowsMultipleSelection(true);
-    const std::vector<std::filesystem::path> files = choose(*panel, "Import");
-    if (!files.empty()) {
-        _settings.set("folder", files.front().parent_path().string());
+    if (const auto files = choose(*panel, "Import"); !files.empty()) {
         importFiles(files);
     }
 }
@@ -321,26 +276,24 @@ void PhoneManager::chooseImport(NSObject* /*sender*/)
 void PhoneManager::chooseExport(NSObject* /*sender*/)
 {
     const Ref<PhoneManager> self(this);
-    if (!_phone->hasChecked()) {
+    bool hasChecked = false;
+    _phone->visit([&](Kind, const std::string&, bool isChecked) { hasChecked = hasChecked || isChecked; });
+    if (!hasChecked) {
         tell(localised("Check what is to be exported first."));
         return;
     }
     const Ref<NSOpenPanel> panel = NSOpenPanel::openPanel();
     panel->setCanChooseFiles(false);
     panel->setCanChooseDirectories(true);
-    const std::vector<std::filesystem::path> folders = choose(*panel, "Export");
-    if (!folders.empty()) {
-        _settings.set("folder", folders.front().string());
+    if (const auto folders = choose(*panel, "Export"); !folders.empty()) {
         exportTo(folders.front());
     }
 }
 
 void PhoneManager::importSample(NSObject* /*sender*/)
 {
-    if (const Ref<NSString> resources = FileUtil::GetResourcesDir()) {
-        const std::filesystem::path sample = resources->UTF8String() + "Sample";
-        importFiles({sample, sample / "Pictures"});
-    }
+    const std::filesystem::path sample = FileUtil::GetResourcesDir()->UTF8String() + "Sample";
+    importFiles({sample, sample / "Pictures"});
 }
 
 void PhoneManager::dragDropViewFileList(NSArray<NSString>* paths)
@@ -349,39 +302,36 @@ void PhoneManager::dragDropViewFileList(NSArray<NSString>* paths)
     for (const Ref<NSString>& path : *paths) {
         files.emplace_back(path->UTF8String());
     }
-    if (!files.empty()) {
-        importFiles(std::move(files));
-    }
+    importFiles(files);
 }
 
 // Settings
 
 void PhoneManager::changeAppearance(NSObject* /*sender*/)
 {
-    const auto* const accent =
-        std::ranges::find(kAccents, _settings.text(kColors.front(), ""), &Accent::color);
-    const Accent& next =
-        accent == kAccents.end() || accent + 1 == kAccents.end() ? kAccents.front() : *(accent + 1);
-    for (std::size_t color = 0; color < kAccentColors; ++color) {
-        _settings.set(kColors[color], next.color);
+    const auto* accent = std::ranges::find(kAccents, _settings.text(kAccentColors.front()), &Accent::color);
+    accent = accent == kAccents.end() || accent + 1 == kAccents.end() ? kAccents.begin() : accent + 1;
+    for (const char* color : kAccentColors) {
+        _settings.set(color, accent->color);
     }
     applyColors(*_content);
-    tell(_settings.trouble().empty() ? localised("The buttons are in %s from now on.", {localised(next.name)})
-                                     : _settings.trouble());
+    tell(_settings.trouble().empty()
+             ? localised("The buttons are in %s from now on.", {localised(accent->name)})
+             : _settings.trouble());
 }
 
 void PhoneManager::switchLanguage(NSObject* /*sender*/)
 {
     setLanguage(language() == "de" ? "en" : "de");
     _settings.set("language", language());
-    const KindsView::Kind kind = outline->selectedKind();
+    const Kind kind = outline->selectedKind();
     build();
     outline->selectKind(kind);
-    showPage();
+    openKind(nullptr);
     if (_tasks.empty()) {
         tell(_settings.trouble());
     } else {
-        showTask();
+        taskDidProceed();
     }
     if (_window) {
         _window->setTitle(_title);

@@ -3,24 +3,14 @@
 #include "ContactsPage.h"
 #include "KindsView.h"
 #include "MessagesPage.h"
-#include "Phone.h"
 #include "PicturesPage.h"
 #include "Settings.h"
 #include "files/Task.h"
-
-#include <platform/appkit/NSWindow.h>
-#include <window/DragDropView.h>
-#include <window/ZuBox.h>
-#include <window/ZuHyperlinkTextField.h>
-#include <window/ZuProgressView.h>
-#include <window/ZuSimpleButton.h>
 
 #include <deque>
 #include <filesystem>
 #include <string>
 #include <vector>
-
-class NSOpenPanel;
 
 /// The application: owns what the interface file describes and what it shows, takes the actions, and goes
 /// through the tasks, one after the other.
@@ -41,7 +31,7 @@ public:
     Ref<ZuSimpleButton> taskCancel;
 
     /// Opens the settings and builds the content, in the language that they name, or else the present one.
-    explicit PhoneManager(const std::string& settingsFile);
+    explicit PhoneManager(const std::filesystem::path& settingsFile);
 
     /// Shows the content in a window.
     void openWindow();
@@ -52,7 +42,7 @@ public:
     Task* task() const { return _tasks.empty() ? nullptr : _tasks.front().get(); }
 
     /// Adds what files and folders hold to the phone.
-    void importFiles(std::vector<std::filesystem::path> files);
+    void importFiles(const std::vector<std::filesystem::path>& files);
     /// Writes what is checked to a new folder in `folder`.
     void exportTo(const std::filesystem::path& folder);
 
@@ -69,8 +59,6 @@ public:
     // What others tell.
     void dragDropViewFileList(NSArray<NSString>* paths) override;
     void windowDidResize(NSWindow* window) override;
-    /// Shows what has become of the phone.
-    void update();
 
     const ClassTable& classTable() const override { return table; }
     static const ClassTable table;
@@ -81,10 +69,9 @@ protected:
 private:
     void build();
     void applyColors(NSView& view);
-    void showPage();
+    void update();
     void addTask(const Ref<Task>& task);
     void taskDidProceed();
-    void showTask();
     void tell(const std::string& sentences, bool ofRunningTask = false);
     std::vector<std::filesystem::path> choose(NSOpenPanel& panel, const char* action);
 
@@ -92,7 +79,6 @@ private:
     Ref<Phone> _phone;
     std::deque<Ref<Task>> _tasks; // the first one runs, or has ended
     std::string _faultsBefore;    // of tasks that ended while others waited, to be shown below these
-    bool _isUpdateDue = false;    // what the running task has done will show
     Ref<NSString> _title;
     Ref<NSView> _content;
     Ref<NSWindow> _window;

@@ -1,26 +1,11 @@
 #include "Resources.h"
 
-#include <platform/foundation/NSBundle.h>
-#include <platform/foundation/NSDate.h>
-#include <platform/foundation/NSLocale.h>
-#include <platform/foundation/NSUserDefaults.h>
-#include <platform/graphics/NSImage.h>
-#include <util/FileUtil.h>
-#include <util/ImageUtil.h>
-#include <util/StringUtil.h>
-#include <util/SystemUtil.h>
-
 #include <algorithm>
 #include <chrono>
 #include <map>
 #include <string_view>
 
-namespace
-{
-
 constexpr const char* kLanguageKey = "Tavori"; // where the library looks for it
-
-} // namespace
 
 Ref<NSString> text(const std::string& utf8)
 {
@@ -110,20 +95,15 @@ Ref<NSImage> icon(const std::string& name)
     static std::map<std::string, Ref<NSImage>> icons;
     const auto [kept, isNew] = icons.try_emplace(name);
     if (isNew) {
-        const Ref<NSBundle> bundle = NSBundle::mainBundle();
-        const Ref<NSString> png = text("png");
-        const Ref<NSString> path = bundle->pathForResource_ofType(text(name).get(), png.get());
-        const Ref<NSString> sharp = bundle->pathForResource_ofType(text(name + "@2x").get(), png.get());
-        kept->second = path ? make<NSImage>()->initByReferencingFile(path.get())
-                            : make<NSImage>()->initWithContentsOfFile(sharp.get());
+        // Some are there for screens with two pixels to the point only.
+        for (const char* scale : {"", "@2x"}) {
+            const Ref<NSString> path =
+                NSBundle::mainBundle()->pathForResource_ofType(text(name + scale).get(), text("png").get());
+            kept->second = kept->second ? kept->second : make<NSImage>()->initByReferencingFile(path.get());
+        }
         if (kept->second) {
             kept->second->setName(name);
         }
     }
     return kept->second;
-}
-
-Ref<NSImage> groupIcon(const std::string& group)
-{
-    return icon("group-" + group);
 }

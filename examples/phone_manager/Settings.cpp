@@ -2,46 +2,37 @@
 
 #include "Resources.h"
 
-#include <basic/bas_user_defaults.h>
-#include <platform/graphics/NSColor.h>
-#include <util/FileUtil.h>
-
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <utility>
 
-namespace
-{
+namespace fs = std::filesystem;
 
-constexpr const char* kShipped = "settings.json"; // beside the program's other resources
+constexpr const char* kName = "phone manager"; // of the store
+constexpr const char* kShipped = "settings.json";
 
-bool isThere(const std::string& file)
+static bool isThere(const fs::path& file)
 {
     std::error_code error; // where nobody may look, there may be something
-    return std::filesystem::exists(file, error) || error;
+    return fs::exists(file, error) || error;
 }
 
-} // namespace
-
-std::string Settings::userFile()
+fs::path Settings::userFile()
 {
     const char* configuration = std::getenv("XDG_CONFIG_HOME");
     const char* home = std::getenv("HOME");
-    const std::filesystem::path folder = configuration != nullptr && *configuration != '\0' ? configuration
-                                         : home != nullptr ? std::filesystem::path(home) / ".config"
-                                                           : std::filesystem::temp_directory_path();
-    return (folder / "phone_manager" / kShipped).string();
+    const fs::path folder = configuration != nullptr && *configuration != '\0' ? configuration
+                            : home != nullptr                                  ? fs::path(home) / ".config"
+                                                                               : fs::temp_directory_path();
+    return folder / "phone_manager" / kShipped;
 }
 
-Settings::Settings(std::string file) : _file(std::move(file))
+Settings::Settings(fs::path file) : _file(std::move(file))
 {
     if (!isThere(_file)) {
         std::error_code error; // shows with the first change, if it still matters
-        std::filesystem::create_directories(std::filesystem::path(_file).parent_path(), error);
-        if (const Ref<NSString> resources = FileUtil::GetResourcesDir()) {
-            FileUtil::Cp_To((resources->UTF8String() + kShipped).c_str(), _file.c_str());
-        }
+        fs::create_directories(_file.parent_path(), error);
+        FileUtil::Cp_To((FileUtil::GetResourcesDir()->UTF8String() + kShipped).c_str(), _file.c_str());
     }
     const bool isBroken = !BASUserDefaults::InitUserDefaults(kName, _file.c_str()) && isThere(_file);
     _store = BASUserDefaults::GetUserDefaults(kName);
@@ -52,18 +43,16 @@ Settings::Settings(std::string file) : _file(std::move(file))
 
 void Settings::putAside()
 {
-    const std::string aside =
-        FileUtil::getFilePathNewName_withPosfix(::text(_file).get(), ::text(".broken.json").get())
+    const fs::path aside =
+        FileUtil::getFilePathNewName_withPosfix(::text(_file.string()).get(), ::text(".broken.json").get())
             ->UTF8String();
     std::error_code error;
-    std::filesystem::rename(_file, aside, error);
+    fs::rename(_file, aside, error);
     _isWritable = !error;
-    _trouble = error
-                   ? localised("The settings in “%s” cannot be read, and nothing is saved, so that the file "
-                               "stays as it is.",
-                               {shownName(_file)})
-                   : localised("The settings in “%s” could not be read. The file is now “%s”.",
-                               {shownName(_file), shownName(aside)});
+    _trouble = localised(
+        error ? "The settings in “%s” cannot be read, and nothing is saved, so that the file stays as it is."
+              : "The settings in “%s” could not be read. The file is now “%s”.",
+        {shownName(_file.string()), shownName(aside.string())});
 }
 
 int Settings::number(const char* key, int otherwise) const
@@ -71,9 +60,9 @@ int Settings::number(const char* key, int otherwise) const
     return _store->HasMember(key) ? _store->GetInt(key) : otherwise;
 }
 
-std::string Settings::text(const char* key, const std::string& otherwise) const
+std::string Settings::text(const char* key) const
 {
-    return _store->HasMember(key) ? _store->GetString(key) : otherwise;
+    return _store->HasMember(key) ? _store->GetString(key) : "";
 }
 
 Ref<NSColor> Settings::color(const char* key) const
@@ -101,11 +90,10 @@ void Settings::set(const char* key, const std::string& value)
 
 void Settings::save()
 {
-    if (_isWritable) {
-        if (std::ofstream(_file, std::ios::app)) { // a save does not tell
-            _store->WriteAll();
-        } else {
-            _trouble = localised("The settings cannot be saved: “%s” is closed to us.", {shownName(_file)});
-        }
+    if (_isWritable && std::ofstream(_file, std::ios::app)) { // a save does not tell
+        _store->WriteAll();
+    } else if (_isWritable) {
+        _trouble =
+            localised("The settings cannot be saved: “%s” is closed to us.", {shownName(_file.string())});
     }
 }

@@ -1,33 +1,27 @@
 #pragma once
 
-#include <platform/foundation/Ref.h>
+#include <Tessaline.h>
 
+#include <filesystem>
 #include <string>
-
-class BASUserDefaults;
-class NSColor;
 
 /// The settings of the program, in a file that is written with each change. A file that is there but cannot
 /// be read is put aside, under a name of its own, before anything is written in its place.
 class Settings
 {
 public:
-    /// The name under which the settings store is registered.
-    static constexpr const char* kName = "phone manager";
-
     /// The user's own file. Where there is none yet, what is shipped with the program counts.
-    static std::string userFile();
+    static std::filesystem::path userFile();
 
-    explicit Settings(std::string file);
+    explicit Settings(std::filesystem::path file);
 
-    const std::string& file() const { return _file; }
     /// What the user has to know of the file, in their language: that it was put aside and where to, or that
     /// nothing can be saved. Empty for nothing.
     const std::string& trouble() const { return _trouble; }
 
     /// What is not set, or of another kind, is as given.
     int number(const char* key, int otherwise) const;
-    std::string text(const char* key, const std::string& otherwise) const;
+    std::string text(const char* key) const;
     /// Null if it is not set.
     Ref<NSColor> color(const char* key) const;
 
@@ -39,7 +33,7 @@ private:
     void putAside();
     void save();
 
-    std::string _file;
+    std::filesystem::path _file;
     BASUserDefaults* _store; // belongs to the registry
     bool _isWritable = true; // no: what is there could not be put aside
     std::string _trouble;

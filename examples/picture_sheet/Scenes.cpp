@@ -559,6 +559,17 @@ public:
         view->setDocumentView(table);
         return view;
     }
+    /// With names that can be edited, and the field over the first one in which that is done.
+    Ref<NSView> tableWithEditedName()
+    {
+        const Ref<PelSmsTableCheckImageCell> cell = make<PelSmsTableCheckImageCell>();
+        cell->setEditNameFlag(true);
+        Ref<NSView> view = table(cell);
+        const Ref<NSTextField> field = textField("Anna", true);
+        field->setFrame(NSMakeRect(40.0, 0.0, 140.0, 22.0));
+        dynamic_cast<NSScrollView&>(*view).documentView()->addSubview(field);
+        return view;
+    }
 
     std::int64_t numberOfRowsInTableView(NSTableView* /*view*/) override
     {
@@ -680,7 +691,8 @@ std::vector<Scene> scenes()
           {"ZuCheckImageCell", make<PhoneTree>(22)->outline(make<ZuCheckImageCell>())}}},
         {"ZuSmsImageCell",
          {{"ZuSmsImageCell", make<Messages>()->table(make<ZuSmsImageCell>())},
-          {"PelSmsTableCheckImageCell", make<Messages>()->table(make<PelSmsTableCheckImageCell>())}}},
+          {"PelSmsTableCheckImageCell", make<Messages>()->table(make<PelSmsTableCheckImageCell>())},
+          {"the same, while names are edited", make<Messages>()->tableWithEditedName()}}},
     };
 }
 

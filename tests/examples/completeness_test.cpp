@@ -28,13 +28,13 @@ std::string contentsOf(const std::filesystem::path& file)
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// What `pattern`, or its first group, finds in the examples' sources and interface files.
+/// What `pattern`, or its first group, finds in the examples' sources, interface files and settings.
 std::set<std::string> foundInExamples(const std::regex& pattern, std::size_t group = 0)
 {
     std::set<std::string> found;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(kProject / "examples")) {
         const std::string extension = entry.path().extension().string();
-        if (extension == ".cpp" || extension == ".h" || extension == ".ui") {
+        if (extension == ".cpp" || extension == ".h" || extension == ".ui" || extension == ".json") {
             const std::string text = contentsOf(entry.path());
             for (std::sregex_iterator each(text.begin(), text.end(), pattern), end; each != end; ++each) {
                 found.insert((*each)[group].str());

@@ -3,117 +3,89 @@
 #include <algorithm>
 #include <utility>
 
-namespace
-{
-
 constexpr std::string_view kLineEnds = "\r\n";
-constexpr const char* kReplacement = "\uFFFD";
 
-/// That of comma, semicolon and tab which occurs most often, the first of them if none does.
-char separatorIn(std::string_view line)
+CsvReader::CsvReader(std::string utf8) : _text(std::move(utf8))
 {
     constexpr std::string_view kSeparators = ",;\t";
-    return *std::ranges::max_element(kSeparators, {},
-                                     [&](char each) { return std::ranges::count(line, each); });
+    const std::size_t begin = std::min(_text.find_first_not_of(kLineEnds), _text.size());
+    const std::string_view line =
+        std::string_view(_text).substr(begin, _text.find_first_of(kLineEnds, begin) - begin);
+    _endings = std::string("\"\r\n") + *std::ranges::max_element(kSeparators, {}, [&](char separator) {
+                   return std::ranges::count(line, separator);
+               });
 }
 
-std::size_t lineEndsIn(std::string_view text)
+double CsvReader::progress() const
 {
-    std::size_t count = 0;
-    for (std::size_t at = 0; (at = text.find_first_of(kLineEnds, at)) != std::string_view::npos; ++count) {
-        at += text.substr(at, kLineEnds.size()) == kLineEnds ? 2 : 1;
-    }
-    return count;
+    return _text.empty() ? 1.0 : static_cast<double>(_at) / static_cast<double>(_text.size());
 }
-
-} // namespace
 
 bool CsvReader::next(CsvRecord& record)
 {
-    if (_at > kLongestRecord) {
-        _text.erase(0, std::exchange(_at, 0));
-    }
-    while (_text.size() - _at <= kLongestRecord && _file.read(_text)) { // and what may be half a line end
-    }
-    const std::string_view text = std::string_view(_text).substr(_at, kLongestRecord);
-    if (text.empty()) {
+    if (_at == _text.size()) {
         return false;
     }
-    record = {};
-    record.line = _line;
-    const std::size_t lineEnd = std::min(text.find_first_of(kLineEnds), text.size());
-    std::size_t size = lineEnd;
-    const bool isTooLong = lineEnd == kLongestRecord;
-    if (isTooLong || _isInLongLine) {
-        record.fault = "The line is too long.";
-    } else if (lineEnd > 0) {
-        record.fault = readRecord(text, record.fields, size);
+    record = {_line, {}, nullptr};
+    const std::size_t lineEnd = std::min(_text.find_first_of(kLineEnds, _at), _text.size());
+    std::size_t end = _at;
+    if (lineEnd > _at) {
+        record.fault = readRecord(record.fields, end);
     }
     if (record.fault != nullptr) {
         record.fields.clear();
-        size = lineEnd;
+        end = lineEnd;
     }
-    record.isLossy = _file.isLossy() && text.substr(0, size).find(kReplacement) != std::string_view::npos;
-    if (!isTooLong) {
-        size += std::string_view(_text).substr(_at + size, kLineEnds.size()) == kLineEnds ? 2 : 1;
-        size = std::min(size, _text.size() - _at); // the last line may have no end
+    end = std::min(end + (_text.compare(end, 2, kLineEnds) == 0 ? 2 : 1), _text.size());
+    for (; _at < end; ++_at) {
+        _line += _text[_at] == '\n' || (_text[_at] == '\r' && _text[_at + 1] != '\n') ? 1 : 0;
     }
-    _line += lineEndsIn(std::string_view(_text).substr(_at, size));
-    _at += size;
-    _isInLongLine = isTooLong;
     return true;
 }
 
-std::uint64_t CsvReader::bytesRead() const
+/// Reads the fields up to an end of line. Returns what is wrong with them, or null.
+const char* CsvReader::readRecord(std::vector<std::string>& fields, std::size_t& at) const
 {
-    return _file.bytesRead() - std::min<std::uint64_t>(_file.bytesRead(), _text.size() - _at);
-}
-
-/// Reads the fields at the beginning of a text, up to an end of line. Returns what is wrong with them, or
-/// null.
-const char* CsvReader::readRecord(std::string_view text, std::vector<std::string>& fields, std::size_t& size)
-{
-    if (_endings.empty()) {
-        _endings = std::string("\"\r\n") + separatorIn(text.substr(0, size));
-    }
-    for (std::size_t at = 0;; ++at) {
+    for (const std::size_t begin = at;; ++at) {
         std::string& field = fields.emplace_back();
-        if (text.substr(at, 1) == "\"") {
-            if (const char* fault = readQuoted(text, field, ++at)) {
+        if (_text[at] == '"') {
+            if (const char* fault = readQuoted(field, at)) {
                 return fault;
             }
         } else {
-            const std::size_t end = std::min(text.find_first_of(_endings, at), text.size());
-            field = text.substr(at, end - at);
+            const std::size_t end = std::min(_text.find_first_of(_endings, at), _text.size());
+            field = _text.substr(at, end - at);
             at = end;
+        }
+        if (at - begin > kLongestRecord) {
+            return "The record is too long.";
         }
         if (field.find('\0') != std::string::npos) {
             return "There is a NUL character in it.";
         }
-        if (at == text.size() || kLineEnds.find(text[at]) != std::string_view::npos) {
-            size = at;
-            return at < kLongestRecord ? nullptr : "The record is too long.";
+        if (at == _text.size() || kLineEnds.find(_text[at]) != std::string_view::npos) {
+            return nullptr;
         }
-        if (text[at] != _endings.back()) {
+        if (_text[at] != _endings.back()) {
             return "A quotation mark stands out of place.";
         }
     }
 }
 
-/// Reads from behind the first quotation mark to behind the last one.
-const char* CsvReader::readQuoted(std::string_view text, std::string& field, std::size_t& at)
+/// Reads from the first quotation mark to behind the last one.
+const char* CsvReader::readQuoted(std::string& field, std::size_t& at) const
 {
-    for (;;) {
-        const std::size_t quote = text.find('"', at);
-        if (quote == std::string_view::npos) {
+    for (++at;; ++at) {
+        const std::size_t quote = _text.find('"', at);
+        if (quote == std::string::npos) {
             return "A quotation mark is not closed.";
         }
-        field.append(text, at, quote - at);
+        field.append(_text, at, quote - at);
         at = quote + 1;
-        if (text.substr(at, 1) != "\"") {
+        if (_text[at] != '"') { // of two, one is meant
             return nullptr;
         }
-        field += text[at++];
+        field += '"';
     }
 }
 

@@ -3,18 +3,8 @@
 #include "Resources.h"
 #include "files/Csv.h"
 
-#include <platform/foundation/NSDate.h>
-#include <platform/foundation/NSURL.h>
-#include <platform/graphics/NSImage.h>
-#include <util/FileUtil.h>
-#include <util/StringUtil.h>
-
 #include <algorithm>
 #include <array>
-#include <iterator>
-#include <memory>
-#include <system_error>
-#include <type_traits>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -22,8 +12,8 @@ namespace fs = std::filesystem;
 namespace
 {
 
-constexpr std::size_t kRecordsInSlice = 500;
 constexpr NSSize kThumbnailSize{160.0, 160.0};
+constexpr double kPictureWeight = 200.0; // in rows of tables
 constexpr const char* kPage = "index.html";
 constexpr const char* kThumbnails = "thumbnails/";
 constexpr const char* kMark = "\uFEFF"; // by which spreadsheets know UTF-8
@@ -36,23 +26,6 @@ constexpr const char* kPageBegin =
     "td { white-space: pre-wrap; }\n"
     "figure { display: inline-block; margin: 1em; }\n"
     "</style>\n";
-
-template <class Record> std::vector<Record> checked(const std::vector<Record>& records)
-{
-    std::vector<Record> result;
-    std::ranges::copy_if(records, std::back_inserter(result), &Record::isChecked);
-    return result;
-}
-
-std::vector<std::string> fieldsOf(const Contact& contact)
-{
-    return {contact.name, contact.group, contact.number, contact.email};
-}
-
-std::vector<std::string> fieldsOf(const Message& message)
-{
-    return {message.kindName(), message.name, message.number, message.date, message.text};
-}
 
 std::string htmlEscaped(const std::string& utf8)
 {
@@ -67,45 +40,65 @@ std::string htmlEscaped(const std::string& utf8)
     return html;
 }
 
-/// A file's name as a part of a URL.
-std::string urlEscaped(const std::string& name)
-{
-    return NSURL::fileURLWithPath(text('/' + name).get())->absoluteString()->UTF8String().substr(8);
-}
-
 std::string element(const std::string& tag, const std::string& utf8)
 {
     std::string html = '<' + tag + '>';
     return html.append(htmlEscaped(utf8)).append("</").append(tag).append(">");
 }
 
-std::string tableRow(const std::vector<std::string>& cells, const char* tag = "td")
+/// A file's name as a part of a URL.
+std::string urlEscaped(const std::string& name)
 {
-    std::string row = "<tr>";
-    for (const std::string& cell : cells) {
-        row += element(tag, cell);
-    }
-    return row + "</tr>\n";
+    return NSURL::fileURLWithPath(text('/' + name).get())->absoluteString()->UTF8String().substr(8);
 }
 
 } // namespace
 
-ExportTask* ExportTask::initWithPhone_folder(Ref<Phone> phone, const fs::path& folder)
+ExportTask::ExportTask(const Phone& phone, const fs::path& folder)
+    : _folder(folder.has_filename() ? folder : folder.parent_path()) // without a slash at the end
 {
-    _phone = std::move(phone);
-    _folder = folder.has_filename() ? folder : folder.parent_path(); // without a slash at the end
     if (_folder.filename() == "." || _folder.filename() == "..") {
         std::error_code error;
         _folder = fs::canonical(_folder, error);
     }
-    return this;
-}
-
-double ExportTask::progress() const
-{
-    return state() == State::Done ? 1.0
-                                  : static_cast<double>(_slicesDone) /
-                                        static_cast<double>(std::max<std::size_t>(_slices.size(), 1));
+    addStep([this] { return begin(); });
+    Table contacts{"contacts.csv", "Contacts", 1, {{"Name", "Group", "Number", "Email"}}};
+    for (const Contact& each : phone.contacts) {
+        if (each.isChecked) {
+            contacts.rows.push_back({each.name, each.group, each.number, each.email});
+        }
+    }
+    addTable(std::move(contacts), _contacts);
+    Table messages{"messages.csv", "Messages", 0, {{"Kind", "Name", "Number", "Date", "Text"}}};
+    for (const Message& each : phone.messages) {
+        if (each.isChecked) {
+            messages.rows.push_back(
+                {Message::kStates[each.state], each.name, each.number, each.date, each.text});
+        }
+    }
+    addTable(std::move(messages), _messages);
+    if (std::ranges::any_of(phone.pictures, &Picture::isChecked)) {
+        addStep([this] {
+            FileUtil::Mkdir((_folder / kThumbnails).c_str()); // what fails shows with the first of them
+            _page << element("h2", localised("Pictures"));
+            return 1.0;
+        });
+    }
+    for (const Picture& each : phone.pictures) {
+        if (each.isChecked) {
+            addStep(
+                [this, file = each.file] {
+                    writePicture(file);
+                    return 1.0;
+                },
+                kPictureWeight);
+        }
+    }
+    addStep([this] {
+        _page << "</body>\n</html>\n";
+        complete(_page, kPage);
+        return 1.0;
+    });
 }
 
 std::string ExportTask::summary() const
@@ -119,95 +112,67 @@ std::string ExportTask::summary() const
                       : localised("Nothing was exported.");
 }
 
-void ExportTask::begin()
+/// Makes the folder and begins the page.
+double ExportTask::begin()
 {
-    _hasFolder = makeFolder();
+    const Ref<NSString> free = FileUtil::getDirNewName(text(_folder.string()).get());
+    std::error_code error;
+    _hasFolder = free && FileUtil::Mkdir(free->UTF8String().c_str()) &&
+                 fs::is_directory(free->UTF8String(), error); // and no file that came meanwhile
     if (!_hasFolder) {
         addFault(localised("The folder “%s” cannot be made: nothing can be written there.",
                            {shownName(_folder.string())}));
-        return;
+        finish();
+        return 1.0;
     }
+    _folder = free->UTF8String();
     const std::string title = localised("Phone Manager");
     _page.open(_folder / kPage, std::ios::binary);
     _page << kPageBegin << element("title", title) << "</head>\n<body>\n"
           << element("h1", title)
           << element("p", localised("Exported on %s", {shownDate(NSDate::date()->timeIntervalSince1970())}));
-    addTable("contacts.csv", "Contacts", {"Name", "Group", "Number", "Email"}, _phone->contacts(), _contacts);
-    addTable("messages.csv", "Messages", {"Kind", "Name", "Number", "Date", "Text"}, _phone->messages(),
-             _messages);
-    const std::vector<Picture> pictures = checked(_phone->pictures());
-    if (!pictures.empty()) {
-        FileUtil::Mkdir((_folder / kThumbnails).c_str()); // what fails shows with the first of them
-        _slices.emplace_back([this] { _page << element("h2", localised("Pictures")); });
-    }
-    for (const Picture& picture : pictures) {
-        _slices.emplace_back([this, file = picture.file] { writePicture(file); });
-    }
-    _slices.emplace_back([this] {
-        _page << "</body>\n</html>\n";
-        complete(_page, kPage);
-    });
+    return 1.0;
 }
 
-bool ExportTask::makeFolder()
+void ExportTask::addTable(Table csv, std::size_t& written)
 {
-    const Ref<NSString> free = FileUtil::getDirNewName(text(_folder.string()).get());
-    std::error_code error;
-    if (!free || !FileUtil::Mkdir(free->UTF8String().c_str()) ||
-        !fs::is_directory(free->UTF8String(), error)) {
-        return false;
+    if (const auto rows = static_cast<double>(csv.rows.size()); rows > 1.0) {
+        addStep([this, csv = std::move(csv), &written]() mutable { return writeRows(csv, written); }, rows);
     }
-    _folder = free->UTF8String();
-    return true;
 }
 
-/// Has those that are checked written to a table and to the page.
-template <class Record>
-void ExportTask::addTable(const std::string& file, const char* title, const std::vector<std::string>& columns,
-                          const std::vector<Record>& records, std::size_t& written)
+double ExportTask::writeRows(Table& csv, std::size_t& written)
 {
-    const auto rows = std::make_shared<const std::vector<Record>>(checked(records));
-    if (rows->empty()) {
-        return;
+    std::size_t& row = csv.rowsWritten;
+    if (row == 0) {
+        _table.open(_folder / csv.file, std::ios::binary);
+        _table << kMark;
+        _page << element("h2", localised(csv.title)) << "<table>\n";
     }
-    _slices.emplace_back([=, this] {
-        std::vector<std::string> titles;
-        std::ranges::transform(columns, std::back_inserter(titles),
-                               [](const std::string& key) { return localised(key); });
-        _table.open(_folder / file, std::ios::binary);
-        _table << kMark << csvLine(columns);
-        _page << element("h2", localised(title)) << "<table>\n" << tableRow(titles, "th");
-    });
-    for (std::size_t begin = 0; begin < rows->size(); begin += kRecordsInSlice) {
-        _slices.emplace_back([=, this] {
-            const std::size_t end = std::min(begin + kRecordsInSlice, rows->size());
-            for (std::size_t row = begin; row < end; ++row) {
-                std::vector<std::string> fields = fieldsOf((*rows)[row]);
-                _table << csvLine(fields);
-                if constexpr (std::is_same_v<Record, Message>) {
-                    fields.front() = shownGroup(fields.front()); // the kind
-                }
-                _page << tableRow(fields);
-            }
-        });
+    const std::size_t end = std::min(row + kRecordsInSlice, csv.rows.size());
+    for (; row < end; ++row) {
+        Fields& fields = csv.rows[row];
+        _table << csvLine(fields);
+        const auto [shown, isNew] = _shownGroups.try_emplace(fields[csv.groupColumn]);
+        shown->second = isNew ? shownGroup(shown->first) : shown->second;
+        fields[csv.groupColumn] = shown->second;
+        _page << "<tr>";
+        for (const std::string& field : fields) {
+            _page << (row == 0 ? element("th", localised(field)) : element("td", field));
+        }
+        _page << "</tr>\n";
     }
-    _slices.emplace_back([=, this, &written] {
-        _page << "</table>\n";
-        written = complete(_table, file) ? rows->size() : 0;
-    });
+    if (row < csv.rows.size()) {
+        return static_cast<double>(row) / static_cast<double>(csv.rows.size());
+    }
+    _page << "</table>\n";
+    written = complete(_table, csv.file) ? row - 1 : 0;
+    return 1.0;
 }
 
-bool ExportTask::work()
+void ExportTask::didCancel()
 {
-    if (_slicesDone < _slices.size()) {
-        _slices[_slicesDone++]();
-    }
-    return _slicesDone < _slices.size();
-}
-
-void ExportTask::end()
-{
-    if (state() == State::Cancelled && _hasFolder) {
+    if (_hasFolder) {
         _table.close();
         _page.close();
         std::error_code error; // what cannot be removed stays
@@ -237,8 +202,7 @@ void ExportTask::writePicture(const fs::path& file)
 {
     const std::string own = file.filename().string();
     const Ref<NSString> clean = StringUtil::sanitizeFileNameString(text(own).get());
-    const std::string visible =
-        !clean || own.starts_with('.') ? "picture" : ""; // others are not imported again
+    const std::string visible = !clean || own[0] == '.' ? "picture" : ""; // others are not imported again
     const fs::path wanted = visible + StringUtil::NilToEmpty(clean.get())->UTF8String();
     // With a full stop at its end, so that none before it is taken for that of an extension.
     const Ref<NSString> path = FileUtil::getFilePathNewName_withPosfix(

@@ -4,11 +4,8 @@
 #include "files/RecordReader.h"
 #include "files/Task.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,36 +14,20 @@ class ImportTask final : public Task
 {
 public:
     /// All files make one task. A folder stands for the files in it, by name, but for those that are hidden,
-    /// pages (".html") and folders.
-    ImportTask* initWithFiles_phone(std::vector<std::filesystem::path> files, Ref<Phone> phone);
+    /// pages (".html") and folders. The character set is that of tables which do not tell theirs.
+    ImportTask(const std::vector<std::filesystem::path>& files, Ref<Phone> phone,
+               std::string charset = "UTF-8");
 
-    /// The character set of tables that do not tell theirs. Default "UTF-8".
-    void setCharset(std::string name) { _charset = std::move(name); }
-
-    /// By bytes read.
-    double progress() const override;
     std::string summary() const override;
 
-protected:
-    void begin() override;
-    bool work() override;
-    void end() override;
-
 private:
-    void readTable();
-    void readPicture();
-    void finishFile();
+    double importFile(const std::filesystem::path& file);
+    double importTable(const std::filesystem::path& file, const std::string& name);
 
-    std::vector<std::filesystem::path> _files;
     Ref<Phone> _phone;
-    std::string _charset = "UTF-8";
-    std::size_t _file = 0;                 // which of them comes next
-    std::unique_ptr<RecordReader> _reader; // null unless that is a table and was begun
-    std::ifstream _stream;                 // closed unless that is no table, and was begun
-    std::string _picture;                  // what was read of that
-    std::uint64_t _bytesBefore = 0;        // in the files that are done
-    std::uint64_t _bytes = 0;              // in all of them
-    std::size_t _contacts = 0;             // that were added
+    std::string _charset;
+    std::optional<RecordReader> _reader; // of the present file, if that is a table and was begun
+    std::size_t _contacts = 0;           // that were added
     std::size_t _messages = 0;
     std::size_t _pictures = 0;
 };

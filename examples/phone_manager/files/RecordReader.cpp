@@ -1,6 +1,5 @@
 #include "files/RecordReader.h"
 
-#include "Phone.h"
 #include "Resources.h"
 
 #include <algorithm>
@@ -8,11 +7,8 @@
 #include <cctype>
 #include <utility>
 
-namespace
-{
-
 /// Without blanks around it, and in small letters.
-std::string normalised(const std::string& name)
+static std::string normalised(const std::string& name)
 {
     constexpr const char* kBlanks = " \t";
     const std::size_t begin = std::min(name.find_first_not_of(kBlanks), name.size());
@@ -22,72 +18,62 @@ std::string normalised(const std::string& name)
     return result;
 }
 
-} // namespace
-
 bool RecordReader::isTable(const std::filesystem::path& file)
 {
     static constexpr std::array kExtensions{".csv", ".tsv", ".txt"};
     return std::ranges::find(kExtensions, normalised(file.extension().string())) != kExtensions.end();
 }
 
-RecordReader::RecordReader(const std::filesystem::path& file, const std::string& charset)
-    : _name(shownName(file.filename().string())), _file(file, charset), _csv(_file)
+RecordReader::RecordReader(std::string name, TextFile file)
+    : _name(std::move(name)), _charset(std::move(file.charset)), _isLossy(file.isLossy),
+      _csv(std::move(file.content))
 {
 }
 
-bool RecordReader::next(Phone& phone, std::vector<std::string>& faults)
+bool RecordReader::next(Phone& phone, std::string& fault)
 {
-    if (!_file.isOpen()) {
-        faults.push_back(localised("“%s” cannot be read.", {_name}));
-        return false;
-    }
-    if (!_file.knowsCharset()) {
-        faults.push_back(localised("“%s”: The character set “%s” is not known.", {_name, _file.charset()}));
-        return false;
-    }
-    const bool isFirst = _columns.empty();
     const bool isEnd = !_csv.next(_record);
+    const auto hasReplacement = [](const std::string& field) {
+        return field.find("\uFFFD") != std::string::npos;
+    };
+    const bool isRecordLossy = _isLossy && std::ranges::any_of(_record.fields, hasReplacement);
     std::string problem;
-    if (isEnd && _file.hasFailed()) {
-        faults.push_back(localised("“%s” cannot be read to its end.", {_name}));
-        return false;
-    }
-    if (isEnd && isFirst) {
+    if (isEnd && _columns.empty()) {
         _record.line = 1;
         problem = localised("The names of the columns are missing.");
-    } else if (isEnd) {
-        return false;
-    } else if (_record.fault != nullptr) {
+    } else if (!isEnd && _record.fault != nullptr) {
         problem = localised(_record.fault);
-    } else if (!_record.fields.empty()) {
-        problem = isFirst ? takeColumns() : addRecord(phone);
+    } else if (!isEnd && !_record.fields.empty()) {
+        problem = _columns.empty() ? takeColumns() : addRecord(phone);
     }
-    const bool goesOn = problem.empty() || !isFirst; // without columns nothing can be read
-    if (problem.empty() && _record.isLossy) {
-        problem = localised("Some bytes are no characters in “%s”.", {_file.charset()});
+    const bool goesOn =
+        !isEnd && (problem.empty() || !_columns.empty()); // without columns nothing can be read
+    if (!isEnd && problem.empty() && isRecordLossy) {
+        problem = localised("Some bytes are no characters in “%s”.", {_charset});
     }
-    if (!problem.empty() && std::exchange(_faultyLine, _record.line) != _record.line) {
-        faults.push_back(localised("“%s”, line %s: %s", {_name, std::to_string(_record.line), problem}));
-    }
+    fault =
+        problem.empty() ? "" : localised("“%s”, line %s: %s", {_name, std::to_string(_record.line), problem});
     return goesOn;
 }
 
 /// Returns what is wrong, or nothing.
 std::string RecordReader::takeColumns()
 {
-    _columnCount = _record.fields.size();
-    for (std::size_t place = 0; place < _columnCount; ++place) {
-        _columns.emplace(normalised(_record.fields[place]), place); // of two alike, the first
+    std::map<std::string, std::size_t> columns;
+    for (const std::string& field : _record.fields) {
+        columns.emplace(normalised(field), _columnCount++); // of two alike, the first
     }
-    _hasMessages = _columns.contains("kind") || _columns.contains("text");
-    if (!_hasMessages && !_columns.contains("name")) {
+    _hasMessages = columns.contains("kind") || columns.contains("text");
+    if (!_hasMessages && !columns.contains("name")) {
         return localised("These are no columns of contacts or messages.");
     }
-    const std::vector<std::string> needed = _hasMessages ? std::vector<std::string>{"kind", "number", "text"}
-                                                         : std::vector<std::string>{"name", "number"};
-    const auto missing =
-        std::ranges::find_if(needed, [&](const auto& name) { return !_columns.contains(name); });
-    return missing == needed.end() ? "" : localised("The column “%s” is missing.", {*missing});
+    for (const char* needed : {_hasMessages ? "kind" : "name", "number", _hasMessages ? "text" : "name"}) {
+        if (!columns.contains(needed)) {
+            return localised("The column “%s” is missing.", {needed});
+        }
+    }
+    _columns = std::move(columns);
+    return "";
 }
 
 /// Returns what is wrong, or nothing.
@@ -98,23 +84,16 @@ std::string RecordReader::addRecord(Phone& phone)
                          {std::to_string(_record.fields.size()), std::to_string(_columnCount)});
     }
     if (!_hasMessages) {
-        phone.contacts().push_back({.name = value("name"),
-                                    .group = value("group"),
-                                    .number = value("number"),
-                                    .isFixed = normalised(value("fixed")) == "yes",
-                                    .email = value("email")});
+        phone.contacts.push_back({value("name"), value("group"), value("number"), value("email")});
         return "";
     }
     const std::string kind = value("kind");
-    const auto* const name = std::ranges::find(Message::kKindNames, normalised(kind), normalised);
-    if (name == Message::kKindNames.end()) {
+    const auto* const state = std::ranges::find(Message::kStates, normalised(kind), normalised);
+    if (state == Message::kStates.end()) {
         return localised("“%s” is no kind of message.", {kind});
     }
-    phone.messages().push_back({.kind = static_cast<Message::Kind>(name - Message::kKindNames.begin()),
-                                .name = value("name"),
-                                .number = value("number"),
-                                .text = value("text"),
-                                .date = value("date")});
+    phone.messages.push_back({static_cast<std::size_t>(state - Message::kStates.begin()), value("name"),
+                              value("number"), value("text"), value("date")});
     return "";
 }
 

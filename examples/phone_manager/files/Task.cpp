@@ -1,29 +1,35 @@
 #include "files/Task.h"
 
-#include <platform/foundation/ClassTable.h>
-#include <util/SystemUtil.h>
-
 #include <array>
-#include <utility>
-
-namespace
-{
 
 constexpr SEL kProceed{"proceed"};
 constexpr std::array kSelectors{selector<&Task::proceed>(kProceed.name)};
 
-} // namespace
-
 constinit const ClassTable Task::table{"Task", &NSObject::table, {}, kSelectors};
 
-Task::Task() : _identifier(SystemUtil::getTaskId()) {}
+void Task::addStep(Step step, double weight)
+{
+    _steps.emplace_back(std::move(step), weight);
+    _weight += weight;
+}
+
+double Task::progress() const
+{
+    const double part = _stepsDone < _steps.size() ? _partDone * _steps[_stepsDone].second : 0.0;
+    return _state == State::Done ? 1.0 : _weight > 0.0 ? (_weightDone + part) / _weight : 0.0;
+}
 
 void Task::start()
 {
-    if (_state == State::Idle) {
-        _state = State::Running;
-        begin();
-        performSelector_withObject_afterDelay(kProceed, nullptr, 0.0);
+    _state = State::Running;
+    performSelector_withObject_afterDelay(kProceed, nullptr, 0.0);
+}
+
+void Task::run()
+{
+    start();
+    while (_state == State::Running) {
+        NSApplication::sharedApplication()->handlePendingEvents();
     }
 }
 
@@ -33,11 +39,19 @@ void Task::proceed()
     if (_state != State::Running) {
         return; // cancelled since this was asked for
     }
-    if (!work()) {
-        _state = State::Done;
-        end();
+    if (_stepsDone < _steps.size()) {
+        const auto& [step, weight] = _steps[_stepsDone];
+        _partDone = step();
+        if (_partDone >= 1.0) {
+            ++_stepsDone;
+            _weightDone += weight;
+            _partDone = 0.0;
+        }
     }
-    report();
+    if (_stepsDone == _steps.size()) {
+        finish();
+    }
+    didProceed();
     if (_state == State::Running) {
         performSelector_withObject_afterDelay(kProceed, nullptr, 0.0);
     }
@@ -48,22 +62,7 @@ void Task::cancel()
     const Ref<Task> self(this);
     if (_state == State::Running) {
         _state = State::Cancelled;
-        end();
-        report();
-    }
-}
-
-void Task::addFault(std::string sentence)
-{
-    ++_faultCount;
-    if (_faults.size() < kMostFaults) {
-        _faults.push_back(std::move(sentence));
-    }
-}
-
-void Task::report() const
-{
-    if (_observer) {
-        _observer();
+        didCancel();
+        didProceed();
     }
 }

@@ -2,117 +2,49 @@
 
 #include "Resources.h"
 
-#include <platform/foundation/NSData.h>
-
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <regex>
 #include <string_view>
 #include <utility>
 
-namespace
+TextFile::TextFile(const std::filesystem::path& file, std::string charsetIfNotTold)
+    : charset(std::move(charsetIfNotTold))
 {
-
-constexpr std::size_t kBeginning = 200; // bytes
-constexpr std::size_t kPiece = std::size_t{1} << 18;
-constexpr std::size_t kLongestLine = std::size_t{1} << 20;
-
-/// In UTF-8; empty in an unknown character set.
-std::string decoded(std::string_view bytes, const std::string& charset, bool& isLossy)
-{
-    const Ref<NSString> characters = NSString::stringWithData_charset_usedLossyConversion(
-        NSData::dataWithBytes_length(bytes.data(), bytes.size()).get(), text(charset).get(), &isLossy);
-    return characters ? characters->UTF8String() : "";
-}
-
-} // namespace
-
-TextFile::TextFile(const std::filesystem::path& file, const std::string& charset)
-    : _stream(file, std::ios::binary)
-{
-    setCharset(charset);
-    fill(kBeginning);
-    findCharset();
-}
-
-void TextFile::findCharset()
-{
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (error || size > kLargest) {
+        fault = error ? "“%s” cannot be read." : "“%s” is too large.";
+        return;
+    }
+    std::string bytes(size, '\0');
+    if (!std::ifstream(file, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(size))) {
+        fault = "“%s” cannot be read.";
+        return;
+    }
     static constexpr std::array kMarks{std::pair("\xEF\xBB\xBF", "UTF-8"), std::pair("\xFF\xFE", "UTF-16LE"),
                                        std::pair("\xFE\xFF", "UTF-16BE")};
-    bool isMarked = false;
-    for (const auto& [mark, charset] : kMarks) {
-        if (_bytes.starts_with(mark)) {
-            _bytes.erase(0, std::string_view(mark).size());
-            setCharset(charset);
-            isMarked = true;
-            break;
-        }
+    std::string_view rest = bytes;
+    const auto* const mark =
+        std::ranges::find_if(kMarks, [&](const auto& each) { return rest.starts_with(each.first); });
+    if (mark != kMarks.end()) {
+        rest.remove_prefix(std::string_view(mark->first).size());
+        charset = mark->second;
     }
     static const std::regex kDeclaration(R"re(#[^\r\n]*charset *= *["']?([\w.:+-]+))re", std::regex::icase);
+    constexpr std::size_t kBeginning = 200; // bytes
+    const std::string beginning(rest.substr(0, kBeginning));
     std::smatch match;
-    if (std::regex_search(_bytes, match, kDeclaration, std::regex_constants::match_continuous)) {
-        if (!isMarked) {
-            setCharset(match[1]);
-        }
-        while (_bytes.find_first_of("\r\n") == std::string::npos && fill(kPiece)) {
-        }
-        _bytes.erase(0, _bytes.find_first_of("\r\n"));
+    if (std::regex_search(beginning, match, kDeclaration, std::regex_constants::match_continuous)) {
+        charset = mark == kMarks.end() ? match[1].str() : charset;
+        rest.remove_prefix(std::min(rest.find_first_of("\r\n"), rest.size()));
     }
-}
-
-void TextFile::setCharset(const std::string& charset)
-{
-    _charset = charset;
-    _lineFeed = lineFeedIn(charset);
-}
-
-std::string TextFile::lineFeedIn(const std::string& charset)
-{
-    for (const std::string& bytes : {std::string("\n"), std::string("\n\0", 2), std::string("\0\n", 2)}) {
-        bool isLossy = false;
-        if (decoded(bytes, charset, isLossy) == "\n") {
-            return bytes;
-        }
+    const Ref<NSString> characters = NSString::stringWithData_charset_usedLossyConversion(
+        NSData::dataWithBytes_length(rest.data(), rest.size()).get(), text(charset).get(), &isLossy);
+    if (characters) {
+        content = characters->UTF8String();
+    } else {
+        fault = "“%s”: The character set “%s” is not known.";
     }
-    return "";
-}
-
-bool TextFile::read(std::string& text)
-{
-    const bool hasMore = knowsCharset() && fill(kPiece);
-    const std::size_t end = hasMore ? endOfLines() : _bytes.size();
-    bool isLossy = false;
-    text += decoded(std::string_view(_bytes).substr(0, end), _charset, isLossy);
-    _bytes.erase(0, end);
-    _isLossy = _isLossy || isLossy;
-    return hasMore || end > 0;
-}
-
-/// Reads so many bytes; false if there are none.
-bool TextFile::fill(std::size_t count)
-{
-    const std::size_t before = _bytes.size();
-    if (_stream) {
-        _bytes.resize(before + count);
-        _stream.read(_bytes.data() + before, static_cast<std::streamsize>(count));
-        _bytes.resize(before + static_cast<std::size_t>(_stream.gcount()));
-    }
-    _bytesRead += _bytes.size() - before;
-    return _bytes.size() > before;
-}
-
-/// The place behind the last line that is whole.
-std::size_t TextFile::endOfLines() const
-{
-    std::string carriageReturn = _lineFeed;
-    std::ranges::replace(carriageReturn, '\n', '\r');
-    const std::size_t unit = _lineFeed.size();
-    const std::size_t whole = _bytes.size() - _bytes.size() % unit;
-    for (std::size_t end = whole; end > 0; end -= unit) {
-        const std::string_view last = std::string_view(_bytes).substr(end - unit, unit);
-        if (last == _lineFeed || last == carriageReturn) {
-            return end;
-        }
-    }
-    return whole < kLongestLine ? 0 : whole;
 }
