@@ -292,7 +292,8 @@ void PhoneManager::chooseExport(NSObject* /*sender*/)
 
 void PhoneManager::importSample(NSObject* /*sender*/)
 {
-    const std::filesystem::path sample = FileUtil::GetResourcesDir()->UTF8String() + "Sample";
+    const std::filesystem::path sample =
+        StringUtil::NilToEmpty(FileUtil::GetResourcesDir().get())->UTF8String() + "Sample";
     importFiles({sample, sample / "Pictures"});
 }
 

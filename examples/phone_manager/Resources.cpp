@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <chrono>
+#include <fstream>
 #include <map>
 #include <string_view>
+#include <utility>
 
 constexpr const char* kLanguageKey = "Tavori"; // where the library looks for it
 
@@ -78,9 +80,24 @@ std::string detailsOf(const std::filesystem::path& file)
     return FileUtil::QxGetFormatSizeFromBytes(bytes)->UTF8String() + ", " + shownDate(moment.count());
 }
 
+std::optional<std::string> bytesOf(const std::filesystem::path& file)
+{
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (error || size > kLargestFile) {
+        return std::nullopt;
+    }
+    std::string bytes(size, '\0');
+    std::ifstream stream(file, std::ios::binary);
+    stream.read(bytes.data(), static_cast<std::streamsize>(size));
+    return stream ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
 Ref<NSImage> thumbnailOf(const std::filesystem::path& file, NSSize largest)
 {
-    const Ref<NSImage> picture = make<NSImage>()->initWithContentsOfFile(text(file.string()).get());
+    const std::string bytes = bytesOf(file).value_or("");
+    const Ref<NSImage> picture =
+        ImageUtil::loadData_withLength(bytes.data(), static_cast<std::int64_t>(bytes.size()));
     if (!picture) {
         return nullptr;
     }

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <initializer_list>
+#include <optional>
 #include <string>
 
 /// Null for bytes that are no UTF-8.
@@ -25,6 +26,11 @@ std::string shownName(const std::string& name);
 std::string shownDate(double moment);
 /// The size of a file, and when it was changed.
 std::string detailsOf(const std::filesystem::path& file);
+
+/// Larger files are not read, since they are read at once.
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{512} << 20;
+/// What a file holds; nothing if it cannot be read, or is too large.
+std::optional<std::string> bytesOf(const std::filesystem::path& file);
 
 /// A small picture of a picture file, that fits into a size. Null if it cannot be read.
 Ref<NSImage> thumbnailOf(const std::filesystem::path& file, NSSize largest);

@@ -32,7 +32,9 @@ Settings::Settings(fs::path file) : _file(std::move(file))
     if (!isThere(_file)) {
         std::error_code error; // shows with the first change, if it still matters
         fs::create_directories(_file.parent_path(), error);
-        FileUtil::Cp_To((FileUtil::GetResourcesDir()->UTF8String() + kShipped).c_str(), _file.c_str());
+        FileUtil::Cp_To(
+            (StringUtil::NilToEmpty(FileUtil::GetResourcesDir().get())->UTF8String() + kShipped).c_str(),
+            _file.c_str());
     }
     const bool isBroken = !BASUserDefaults::InitUserDefaults(kName, _file.c_str()) && isThere(_file);
     _store = BASUserDefaults::GetUserDefaults(kName);

@@ -9,13 +9,6 @@
 
 namespace fs = std::filesystem;
 
-static void finishTask(const PhoneManager& manager)
-{
-    while (manager.task()->state() == Task::State::Running) {
-        NSApplication::sharedApplication()->handlePendingEvents();
-    }
-}
-
 static void open(PhoneManager& manager, Kind kind)
 {
     manager.outline->selectKind(kind);
@@ -51,7 +44,7 @@ bool writeSnapshots(const fs::path& folder, const std::vector<fs::path>& files)
         manager->importFiles(files);
     }
     take("import.png");
-    finishTask(*manager);
+    manager->task()->run();
     std::size_t place = 0; // every other record
     manager->phone()->visit([&](Kind, const std::string&, bool& isChecked) { isChecked = place++ % 2 == 0; });
     manager->phone()->didChange();
@@ -65,14 +58,14 @@ bool writeSnapshots(const fs::path& folder, const std::vector<fs::path>& files)
     open(*manager, Kind::Pictures);
     take("pictures.png");
     manager->exportTo(work);
-    finishTask(*manager);
+    manager->task()->run();
     take("export.png");
     const fs::path broken = work + "/broken.csv";
     std::ofstream(broken) << "name,number\nAnna,1\n\"Ben\" Okafor,2\nClara,3\n";
     open(*manager, Kind::Contacts);
     manager->changeAppearance(nullptr);
     manager->importFiles({broken, "none such.csv"});
-    finishTask(*manager);
+    manager->task()->run();
     take("faults.png");
     manager->switchLanguage(nullptr);
     take("german.png");

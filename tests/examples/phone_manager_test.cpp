@@ -68,10 +68,11 @@ protected:
         return manager;
     }
 
+    /// Has all of its tasks end.
     static void finish(const PhoneManager& manager)
     {
         while (manager.task()->state() == Task::State::Running) {
-            NSApplication::sharedApplication()->handlePendingEvents();
+            manager.task()->run();
         }
     }
 

@@ -1,7 +1,4 @@
-#include <platform/appkit/NSApplication.h>
-#include <platform/appkit/NSWindow.h>
-#include <platform/foundation/NSString.h>
-#include <window/ZuToolButton.h>
+#include <Tessaline.h>
 
 int main()
 {

@@ -14,7 +14,9 @@ static std::vector<fs::path> filesIn(const fs::path& path)
     std::vector<fs::path> files;
     for (fs::directory_iterator entry(path, error); !error && entry != end(entry); entry.increment(error)) {
         const fs::path& file = entry->path();
-        if (!fs::is_directory(file) && file.extension() != ".html" && file.filename().string()[0] != '.') {
+        std::error_code unknown; // shows with the file
+        if (!entry->is_directory(unknown) && file.extension() != ".html" &&
+            file.filename().string()[0] != '.') {
             files.push_back(file);
         }
     }
@@ -50,6 +52,8 @@ double ImportTask::importFile(const fs::path& file)
     const std::string name = shownName((file.has_filename() ? file : file.parent_path()).filename().string());
     if (!fs::is_regular_file(file, error)) { // opening a pipe would wait for its other end
         addFault(localised("“%s” cannot be read.", {name}));
+    } else if (fs::file_size(file, error) > kLargestFile) {
+        addFault(localised("“%s” is too large.", {name}));
     } else if (RecordReader::isTable(file)) {
         return importTable(file, name);
     } else if (const Ref<NSImage> thumbnail = thumbnailOf(file, Picture::kThumbnailSize)) {

@@ -27,7 +27,10 @@ void Task::start()
 
 void Task::run()
 {
-    start();
+    const Ref<Task> self(this); // which whoever is told may let go
+    if (_state == State::Waiting) {
+        start();
+    }
     while (_state == State::Running) {
         NSApplication::sharedApplication()->handlePendingEvents();
     }

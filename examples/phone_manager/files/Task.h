@@ -22,7 +22,7 @@ public:
     std::function<void()> didProceed = [] {};
 
     void start();
-    /// Starts it, and returns when it has ended.
+    /// Starts it if it was not, and returns when it has ended.
     void run();
     /// Ends a task that is running. What it has done stays, unless it takes that back.
     void cancel();

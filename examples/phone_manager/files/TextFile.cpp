@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
+#include <optional>
 #include <regex>
 #include <string_view>
 #include <utility>
@@ -12,20 +12,14 @@
 TextFile::TextFile(const std::filesystem::path& file, std::string charsetIfNotTold)
     : charset(std::move(charsetIfNotTold))
 {
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(file, error);
-    if (error || size > kLargest) {
-        fault = error ? "“%s” cannot be read." : "“%s” is too large.";
-        return;
-    }
-    std::string bytes(size, '\0');
-    if (!std::ifstream(file, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(size))) {
+    const std::optional<std::string> bytes = bytesOf(file);
+    if (!bytes) {
         fault = "“%s” cannot be read.";
         return;
     }
     static constexpr std::array kMarks{std::pair("\xEF\xBB\xBF", "UTF-8"), std::pair("\xFF\xFE", "UTF-16LE"),
                                        std::pair("\xFE\xFF", "UTF-16BE")};
-    std::string_view rest = bytes;
+    std::string_view rest = *bytes;
     const auto* const mark =
         std::ranges::find_if(kMarks, [&](const auto& each) { return rest.starts_with(each.first); });
     if (mark != kMarks.end()) {

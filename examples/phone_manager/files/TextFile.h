@@ -11,9 +11,6 @@
 ///   does (of such a line only the end is left), or else
 /// - whoever reads the file.
 struct TextFile {
-    /// Larger ones are not read, since files are read at once.
-    static constexpr std::uintmax_t kLargest = std::uintmax_t{1} << 29;
-
     explicit TextFile(const std::filesystem::path& file, std::string charsetIfNotTold = "UTF-8");
 
     std::string charset;

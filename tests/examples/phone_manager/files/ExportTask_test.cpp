@@ -25,13 +25,6 @@ protected:
         task->start();
         return task;
     }
-    static void run(Task& task)
-    {
-        while (task.state() == Task::State::Running) {
-            NSApplication::sharedApplication()->handlePendingEvents();
-        }
-    }
-
     void addPicture(const std::string& name, NSSize size)
     {
         const Ref<NSImage> image = blankImage("", size.width, size.height);
@@ -130,7 +123,7 @@ TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
     fs::create_directories(folder.path() / "a.b/out");
     const Ref<ExportTask> task = start("a.b/out/");
     phone->contacts.clear(); // what is exported is that of the start
-    run(*task);
+    task->run();
 
     EXPECT_EQ(task->folder(), folder.path() / "a.b/out(1)");
     const std::set<std::string> expected = {"contacts.csv",
@@ -196,13 +189,13 @@ TEST_F(ExportTaskTest, LeavesNothingOfWhatIsCancelled)
     fs::create_directory(folder.path() / "some");
     for (const char* here : {"some/.", "some/./"}) {
         const Ref<ExportTask> beside = start(here);
-        run(*beside);
+        beside->run();
         EXPECT_TRUE(beside->folder().filename().string().starts_with("some(")) << here;
     }
     folder.write("file", "");
     for (const char* name : {"file", "file/inside"}) {
         const Ref<ExportTask> impossible = start(name);
-        run(*impossible);
+        impossible->run();
         EXPECT_EQ(impossible->faults(),
                   std::vector<std::string>{"The folder “" + (folder.path() / name).string() +
                                            "” cannot be made: nothing can be written there."});
