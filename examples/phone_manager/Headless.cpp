@@ -1,6 +1,7 @@
 #include "Headless.h"
 
 #include "Phone.h"
+#include "Resources.h"
 #include "files/ExportTask.h"
 #include "files/ImportTask.h"
 
@@ -14,8 +15,11 @@ static bool perform(Task& task)
     for (const std::string& fault : task.faults()) {
         std::fprintf(stderr, "%s\n", fault.c_str());
     }
+    if (const std::size_t more = task.faultCount() - task.faults().size(); more > 0) {
+        std::fprintf(stderr, "%s\n", localised("… and %s more", {std::to_string(more)}).c_str());
+    }
     std::printf("%s\n", task.summary().c_str());
-    return task.faults().empty();
+    return std::fflush(stdout) == 0 && task.faultCount() == 0;
 }
 
 int runHeadless(const std::vector<std::filesystem::path>& files, const std::filesystem::path& folder,

@@ -37,9 +37,9 @@ void Page::update()
         }
     }
     if (rows != _rows) {
-        const auto row =
-            static_cast<std::size_t>(tableView->selectedRow()); // past all of them if there is none
-        const bool staysSelected = row < std::min(rows.size(), _rows.size()) && rows[row] == _rows[row];
+        const auto row = static_cast<std::size_t>(tableView->selectedRow());
+        const bool staysSelected =
+            tableView->selectedRow() >= 0 && row < rows.size() && rows[row] == _rows[row];
         _rows = std::move(rows);
         tableView->reloadData();
         if (!staysSelected) {

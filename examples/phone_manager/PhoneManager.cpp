@@ -56,8 +56,8 @@ std::string reportOn(const Task& task)
     for (std::size_t fault = 0; fault < shown; ++fault) {
         sentences += '\n' + task.faults()[fault];
     }
-    if (task.faults().size() > shown) {
-        sentences += '\n' + localised("… and %s more", {std::to_string(task.faults().size() - shown)});
+    if (task.faultCount() > shown) {
+        sentences += '\n' + localised("… and %s more", {std::to_string(task.faultCount() - shown)});
     }
     return sentences;
 }
@@ -75,6 +75,7 @@ PhoneManager::PhoneManager(const std::filesystem::path& settingsFile)
     }
     build();
     tell(_settings.trouble());
+    _toldBefore = _settings.trouble().empty() ? "" : '\n' + _settings.trouble();
 }
 
 PhoneManager::~PhoneManager()
@@ -198,7 +199,7 @@ void PhoneManager::addTask(const Ref<Task>& task)
 {
     if (!_tasks.empty() && _tasks.front()->state() != Task::State::Running) {
         _tasks.pop_front();
-        _faultsBefore.clear();
+        _toldBefore.clear();
     }
     _tasks.push_back(task);
     task->didProceed = [this] { taskDidProceed(); };
@@ -211,21 +212,19 @@ void PhoneManager::addTask(const Ref<Task>& task)
 /// Shows how far the first task is, and goes on to the next one when it has ended.
 void PhoneManager::taskDidProceed()
 {
-    const Ref<Task> task = _tasks.front();
-    const bool isRunning = task->state() == Task::State::Running;
-    if (!isRunning) {
+    Ref<Task> task = _tasks.front();
+    if (task->state() != Task::State::Running) {
         update();
         if (_tasks.size() > 1) {
-            _faultsBefore = task->faults().empty() ? _faultsBefore : '\n' + reportOn(*task) + _faultsBefore;
+            _toldBefore = task->faultCount() == 0 ? _toldBefore : '\n' + reportOn(*task) + _toldBefore;
             _tasks.pop_front();
-            _tasks.front()->start();
-            taskDidProceed();
-            return;
+            task = _tasks.front();
+            task->start();
         }
     }
     taskProgress->setStep_(task->progress());
     taskProgress->setNeedsDisplay();
-    tell(reportOn(*task) + _faultsBefore, isRunning);
+    tell(reportOn(*task) + _toldBefore, task->state() == Task::State::Running);
 }
 
 void PhoneManager::cancelTask(NSObject* /*sender*/)
@@ -244,6 +243,16 @@ void PhoneManager::tell(const std::string& sentences, bool ofRunningTask)
     taskCancel->setHidden(!ofRunningTask);
 }
 
+/// Tells something else, below what there is to tell of a task that runs.
+void PhoneManager::notify(const std::string& sentence)
+{
+    if (!_tasks.empty() && _tasks.front()->state() == Task::State::Running) {
+        _toldBefore = '\n' + sentence;
+    } else {
+        tell(sentence);
+    }
+}
+
 // Files
 
 /// What the user chooses for an action of that name; nothing if they do not.
@@ -257,6 +266,8 @@ std::vector<std::filesystem::path> PhoneManager::choose(NSOpenPanel& panel, cons
         for (const Ref<NSURL>& url : *panel.URLs()) {
             chosen.emplace_back(url->path()->UTF8String());
         }
+    }
+    if (!chosen.empty()) {
         const bool isFolder = panel.canChooseDirectories();
         _settings.set("folder", (isFolder ? chosen.front() : chosen.front().parent_path()).string());
     }
@@ -279,7 +290,7 @@ void PhoneManager::chooseExport(NSObject* /*sender*/)
     bool hasChecked = false;
     _phone->visit([&](Kind, const std::string&, bool isChecked) { hasChecked = hasChecked || isChecked; });
     if (!hasChecked) {
-        tell(localised("Check what is to be exported first."));
+        notify(localised("Check what is to be exported first."));
         return;
     }
     const Ref<NSOpenPanel> panel = NSOpenPanel::openPanel();
@@ -316,9 +327,9 @@ void PhoneManager::changeAppearance(NSObject* /*sender*/)
         _settings.set(color, accent->color);
     }
     applyColors(*_content);
-    tell(_settings.trouble().empty()
-             ? localised("The buttons are in %s from now on.", {localised(accent->name)})
-             : _settings.trouble());
+    notify(_settings.trouble().empty()
+               ? localised("The buttons are in %s from now on.", {localised(accent->name)})
+               : _settings.trouble());
 }
 
 void PhoneManager::switchLanguage(NSObject* /*sender*/)
@@ -329,10 +340,11 @@ void PhoneManager::switchLanguage(NSObject* /*sender*/)
     build();
     outline->selectKind(kind);
     openKind(nullptr);
-    if (_tasks.empty()) {
-        tell(_settings.trouble());
-    } else {
+    if (!_tasks.empty()) {
         taskDidProceed();
+    }
+    if (!_settings.trouble().empty()) {
+        notify(_settings.trouble());
     }
     if (_window) {
         _window->setTitle(_title);

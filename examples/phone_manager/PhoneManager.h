@@ -73,12 +73,13 @@ private:
     void addTask(const Ref<Task>& task);
     void taskDidProceed();
     void tell(const std::string& sentences, bool ofRunningTask = false);
+    void notify(const std::string& sentence);
     std::vector<std::filesystem::path> choose(NSOpenPanel& panel, const char* action);
 
     Settings _settings;
     Ref<Phone> _phone;
     std::deque<Ref<Task>> _tasks; // the first one runs, or has ended
-    std::string _faultsBefore;    // of tasks that ended while others waited, to be shown below these
+    std::string _toldBefore;      // lines below what the first one tells, as long as it is there
     Ref<NSString> _title;
     Ref<NSView> _content;
     Ref<NSWindow> _window;

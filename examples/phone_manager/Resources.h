@@ -28,7 +28,7 @@ std::string shownDate(double moment);
 std::string detailsOf(const std::filesystem::path& file);
 
 /// Larger files are not read, since they are read at once.
-constexpr std::uintmax_t kLargestFile = std::uintmax_t{512} << 20;
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{256} << 20;
 /// What a file holds; nothing if it cannot be read, or is too large.
 std::optional<std::string> bytesOf(const std::filesystem::path& file);
 

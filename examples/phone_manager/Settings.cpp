@@ -23,38 +23,38 @@ fs::path Settings::userFile()
     const char* home = std::getenv("HOME");
     const fs::path folder = configuration != nullptr && *configuration != '\0' ? configuration
                             : home != nullptr                                  ? fs::path(home) / ".config"
-                                                                               : fs::temp_directory_path();
+                                                                               : ".";
     return folder / "phone_manager" / kShipped;
 }
 
 Settings::Settings(fs::path file) : _file(std::move(file))
 {
+    if (isThere(_file) && !BASUserDefaults::InitUserDefaults(kName, _file.c_str())) {
+        putAside();
+    }
     if (!isThere(_file)) {
         std::error_code error; // shows with the first change, if it still matters
         fs::create_directories(_file.parent_path(), error);
         FileUtil::Cp_To(
             (StringUtil::NilToEmpty(FileUtil::GetResourcesDir().get())->UTF8String() + kShipped).c_str(),
             _file.c_str());
+        BASUserDefaults::InitUserDefaults(kName, _file.c_str());
     }
-    const bool isBroken = !BASUserDefaults::InitUserDefaults(kName, _file.c_str()) && isThere(_file);
     _store = BASUserDefaults::GetUserDefaults(kName);
-    if (isBroken) {
-        putAside();
-    }
 }
 
 void Settings::putAside()
 {
-    const fs::path aside =
+    const Ref<NSString> aside = StringUtil::NilToEmpty(
         FileUtil::getFilePathNewName_withPosfix(::text(_file.string()).get(), ::text(".broken.json").get())
-            ->UTF8String();
+            .get());
     std::error_code error;
-    fs::rename(_file, aside, error);
+    fs::rename(_file, aside->UTF8String(), error);
     _isWritable = !error;
     _trouble = localised(
         error ? "The settings in “%s” cannot be read, and nothing is saved, so that the file stays as it is."
               : "The settings in “%s” could not be read. The file is now “%s”.",
-        {shownName(_file.string()), shownName(aside.string())});
+        {shownName(_file.string()), aside->UTF8String()});
 }
 
 int Settings::number(const char* key, int otherwise) const
@@ -92,10 +92,11 @@ void Settings::set(const char* key, const std::string& value)
 
 void Settings::save()
 {
-    if (_isWritable && std::ofstream(_file, std::ios::app)) { // a save does not tell
+    if (_isWritable) {
+        const bool isOpen = std::ofstream(_file, std::ios::app).is_open(); // a save does not tell
         _store->WriteAll();
-    } else if (_isWritable) {
-        _trouble =
-            localised("The settings cannot be saved: “%s” is closed to us.", {shownName(_file.string())});
+        _trouble = isOpen ? ""
+                          : localised("The settings cannot be saved: “%s” is closed to us.",
+                                      {shownName(_file.string())});
     }
 }

@@ -15,12 +15,15 @@ public:
 
     explicit Settings(std::filesystem::path file);
 
-    /// What the user has to know of the file, in their language: that it was put aside and where to, or that
-    /// nothing can be saved. Empty for nothing.
+    /// What the user has to know of the file, in their language: that it was put aside and where to, until
+    /// something is saved, or that it cannot be. Empty for nothing.
     const std::string& trouble() const { return _trouble; }
 
-    /// What is not set, or of another kind, is as given.
+    // What is of another kind is 0, empty or black.
+
+    /// As given if it is not set.
     int number(const char* key, int otherwise) const;
+    /// Empty if it is not set.
     std::string text(const char* key) const;
     /// Null if it is not set.
     Ref<NSColor> color(const char* key) const;

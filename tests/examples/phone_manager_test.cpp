@@ -195,7 +195,13 @@ TEST_F(PhoneManagerTest, PutsBrokenSettingsAside)
         manager->changeAppearance(nullptr);
         EXPECT_EQ(folder.read(aside), broken);
         EXPECT_NE(folder.read("s.json").find("32,186,234"), std::string::npos);
+        EXPECT_EQ(status(*manager), "The buttons are in Sky from now on.") << "now they are saved";
     }
+    folder.write("s.json", broken);
+    const Ref<PhoneManager> manager = start();
+    manager->importFiles({});
+    finish(*manager);
+    EXPECT_NE(status(*manager).find("\nThe settings in "), std::string::npos) << status(*manager);
 }
 
 TEST_F(PhoneManagerTest, LeavesBrokenSettingsThatCannotBePutAside)
@@ -211,6 +217,12 @@ TEST_F(PhoneManagerTest, LeavesBrokenSettingsThatCannotBePutAside)
     manager->changeAppearance(nullptr);
     EXPECT_EQ(content(), before);
     EXPECT_EQ(status(*manager), told);
+
+    folder.write("\xFF.json", "{");
+    const Ref<PhoneManager> unnamed = make<PhoneManager>(folder.path() / "\xFF.json");
+    unnamed->changeAppearance(nullptr);
+    EXPECT_EQ(folder.read("\xFF.json"), "{");
+    EXPECT_NE(status(*unnamed).find("nothing is saved"), std::string::npos);
 }
 
 TEST_F(PhoneManagerTest, ChangesTheLanguageOfEverythingAndNothingElse)
@@ -370,9 +382,13 @@ TEST_F(PhoneManagerTest, GoesThroughTasksOneAfterTheOther)
     EXPECT_NE(manager->task()->identifier(), first) << "the next one runs";
     drop("none.csv");
     drop("b.csv");
+    manager->chooseExport(nullptr);
+    NSApplication::sharedApplication()->handlePendingEvents();
+    EXPECT_TRUE(status(*manager).ends_with("\nCheck what is to be exported first.")) << status(*manager);
     finish(*manager);
     EXPECT_EQ(rowsOf(*manager->contactsPage), (Rows{"o Ben", "o Ben"}));
-    EXPECT_TRUE(status(*manager).ends_with("\n“none.csv” cannot be read.")) << "of the one before";
+    EXPECT_NE(status(*manager).find("\n“none.csv” cannot be read.\n"), std::string::npos)
+        << "of the one before";
     EXPECT_TRUE(manager->startPage->isHidden());
     EXPECT_TRUE(manager->taskCancel->isHidden());
 

@@ -46,7 +46,7 @@ bool CsvReader::next(CsvRecord& record)
 /// Reads the fields up to an end of line. Returns what is wrong with them, or null.
 const char* CsvReader::readRecord(std::vector<std::string>& fields, std::size_t& at) const
 {
-    for (const std::size_t begin = at;; ++at) {
+    for (std::size_t size = 0;; ++at) {
         std::string& field = fields.emplace_back();
         if (_text[at] == '"') {
             if (const char* fault = readQuoted(field, at)) {
@@ -57,7 +57,8 @@ const char* CsvReader::readRecord(std::vector<std::string>& fields, std::size_t&
             field = _text.substr(at, end - at);
             at = end;
         }
-        if (at - begin > kLongestRecord) {
+        size += field.size() + 1;
+        if (size > kLongestRecord) {
             return "The record is too long.";
         }
         if (field.find('\0') != std::string::npos) {

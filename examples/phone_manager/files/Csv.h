@@ -21,7 +21,7 @@ struct CsvRecord {
 class CsvReader
 {
 public:
-    /// In bytes. A longer one could not be shown.
+    /// In bytes of its fields, with one for each. A longer one could not be shown.
     static constexpr std::size_t kLongestRecord = std::size_t{1} << 20;
 
     explicit CsvReader(std::string utf8);
@@ -30,6 +30,7 @@ public:
     bool next(CsvRecord& record);
     /// How much was read, from 0 to 1.
     double progress() const;
+    std::size_t bytesRead() const { return _at; }
 
 private:
     const char* readRecord(std::vector<std::string>& fields, std::size_t& at) const;

@@ -14,7 +14,6 @@ namespace
 
 constexpr NSSize kThumbnailSize{160.0, 160.0};
 constexpr double kPictureWeight = 200.0; // in rows of tables
-constexpr const char* kPage = "index.html";
 constexpr const char* kThumbnails = "thumbnails/";
 constexpr const char* kMark = "\uFEFF"; // by which spreadsheets know UTF-8
 constexpr const char* kPageBegin =
@@ -59,7 +58,7 @@ ExportTask::ExportTask(const Phone& phone, const fs::path& folder)
 {
     if (_folder.filename() == "." || _folder.filename() == "..") {
         std::error_code error;
-        _folder = fs::canonical(_folder, error);
+        _folder = fs::weakly_canonical(_folder, error);
     }
     addStep([this] { return begin(); });
     Table contacts{"contacts.csv", "Contacts", 1, {{"Name", "Group", "Number", "Email"}}};
@@ -116,16 +115,17 @@ std::string ExportTask::summary() const
 double ExportTask::begin()
 {
     const Ref<NSString> free = FileUtil::getDirNewName(text(_folder.string()).get());
+    const fs::path folder = StringUtil::NilToEmpty(free.get())->UTF8String();
     std::error_code error;
-    _hasFolder = free && FileUtil::Mkdir(free->UTF8String().c_str()) &&
-                 fs::is_directory(free->UTF8String(), error); // and no file that came meanwhile
+    fs::create_directories(folder.parent_path(), error); // what fails shows with the folder
+    _hasFolder = fs::create_directory(folder, error);    // and none that came meanwhile
     if (!_hasFolder) {
         addFault(localised("The folder “%s” cannot be made: nothing can be written there.",
                            {shownName(_folder.string())}));
         finish();
         return 1.0;
     }
-    _folder = free->UTF8String();
+    _folder = folder;
     const std::string title = localised("Phone Manager");
     _page.open(_folder / kPage, std::ios::binary);
     _page << kPageBegin << element("title", title) << "</head>\n<body>\n"
@@ -154,7 +154,9 @@ double ExportTask::writeRows(Table& csv, std::size_t& written)
         Fields& fields = csv.rows[row];
         _table << csvLine(fields);
         const auto [shown, isNew] = _shownGroups.try_emplace(fields[csv.groupColumn]);
-        shown->second = isNew ? shownGroup(shown->first) : shown->second;
+        if (isNew) {
+            shown->second = shownGroup(shown->first);
+        }
         fields[csv.groupColumn] = shown->second;
         _page << "<tr>";
         for (const std::string& field : fields) {
@@ -184,10 +186,11 @@ void ExportTask::didCancel()
 bool ExportTask::complete(std::ofstream& stream, const std::string& name)
 {
     stream.close();
-    if (!stream) {
+    const bool isWritten = !stream.fail();
+    if (!isWritten) {
         removeFaulty(name);
     }
-    return !stream.fail();
+    return isWritten;
 }
 
 /// Leaves nothing of a file that could not be written, and tells.
@@ -226,9 +229,11 @@ void ExportTask::writePicture(const fs::path& file)
 bool ExportTask::writeThumbnail(const fs::path& picture, const std::string& name)
 {
     const Ref<NSImage> image = thumbnailOf(picture, kThumbnailSize);
-    if (image && image->writePNGToFile((_folder / name).string())) {
-        return true;
+    const bool isWritten = image && image->writePNGToFile((_folder / name).string());
+    if (!image) {
+        addFault(localised("“%s” cannot be read.", {shownName(picture.filename().string())}));
+    } else if (!isWritten) {
+        removeFaulty(name);
     }
-    removeFaulty(name);
-    return false;
+    return isWritten;
 }

@@ -22,6 +22,8 @@ public:
     /// Folders around it that are missing are made.
     ExportTask(const Phone& phone, const std::filesystem::path& folder);
 
+    static constexpr const char* kPage = "index.html";
+
     /// The new folder; before the start, the one named.
     const std::filesystem::path& folder() const { return _folder; }
 

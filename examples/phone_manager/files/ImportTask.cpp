@@ -1,11 +1,14 @@
 #include "files/ImportTask.h"
 
 #include "Resources.h"
+#include "files/ExportTask.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace fs = std::filesystem;
+
+constexpr std::size_t kBytesInSlice = std::size_t{1} << 20; // of tables
 
 /// The files that a folder stands for, and anything else for itself.
 static std::vector<fs::path> filesIn(const fs::path& path)
@@ -15,7 +18,7 @@ static std::vector<fs::path> filesIn(const fs::path& path)
     for (fs::directory_iterator entry(path, error); !error && entry != end(entry); entry.increment(error)) {
         const fs::path& file = entry->path();
         std::error_code unknown; // shows with the file
-        if (!entry->is_directory(unknown) && file.extension() != ".html" &&
+        if (!entry->is_directory(unknown) && file.filename() != ExportTask::kPage &&
             file.filename().string()[0] != '.') {
             files.push_back(file);
         }
@@ -78,7 +81,9 @@ double ImportTask::importTable(const fs::path& file, const std::string& name)
     const std::size_t contacts = _phone->contacts.size();
     const std::size_t messages = _phone->messages.size();
     bool isOpen = true;
-    for (std::size_t count = 0; isOpen && count < kRecordsInSlice; ++count) {
+    const std::size_t begin = _reader->bytesRead();
+    for (std::size_t count = 0;
+         isOpen && count < kRecordsInSlice && _reader->bytesRead() - begin < kBytesInSlice; ++count) {
         std::string fault;
         isOpen = _reader->next(*_phone, fault);
         if (!fault.empty()) {

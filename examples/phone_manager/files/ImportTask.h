@@ -14,7 +14,7 @@ class ImportTask final : public Task
 {
 public:
     /// All files make one task. A folder stands for the files in it, by name, but for those that are hidden,
-    /// pages (".html") and folders. The character set is that of tables which do not tell theirs.
+    /// the page of an export and folders. The character set is that of tables which do not tell theirs.
     ImportTask(const std::vector<std::filesystem::path>& files, Ref<Phone> phone,
                std::string charset = "UTF-8");
 

@@ -32,28 +32,27 @@ RecordReader::RecordReader(std::string name, TextFile file)
 
 bool RecordReader::next(Phone& phone, std::string& fault)
 {
-    const bool isEnd = !_csv.next(_record);
-    const auto hasReplacement = [](const std::string& field) {
-        return field.find("\uFFFD") != std::string::npos;
-    };
-    const bool isRecordLossy = _isLossy && std::ranges::any_of(_record.fields, hasReplacement);
     std::string problem;
-    if (isEnd && _columns.empty()) {
+    bool isOpen = _csv.next(_record);
+    if (isOpen) {
+        const bool isRecordLossy = _isLossy && std::ranges::any_of(_record.fields, [](const auto& field) {
+                                       return field.find("\uFFFD") != std::string::npos;
+                                   });
+        problem = _record.fault != nullptr ? localised(_record.fault)
+                  : _record.fields.empty() ? ""
+                  : _columns.empty()       ? takeColumns()
+                                           : addRecord(phone);
+        isOpen = problem.empty() || !_columns.empty(); // without columns nothing can be read
+        if (problem.empty() && isRecordLossy) {
+            problem = localised("Some bytes are no characters in “%s”.", {_charset});
+        }
+    } else if (_columns.empty()) {
         _record.line = 1;
         problem = localised("The names of the columns are missing.");
-    } else if (!isEnd && _record.fault != nullptr) {
-        problem = localised(_record.fault);
-    } else if (!isEnd && !_record.fields.empty()) {
-        problem = _columns.empty() ? takeColumns() : addRecord(phone);
-    }
-    const bool goesOn =
-        !isEnd && (problem.empty() || !_columns.empty()); // without columns nothing can be read
-    if (!isEnd && problem.empty() && isRecordLossy) {
-        problem = localised("Some bytes are no characters in “%s”.", {_charset});
     }
     fault =
         problem.empty() ? "" : localised("“%s”, line %s: %s", {_name, std::to_string(_record.line), problem});
-    return goesOn;
+    return isOpen;
 }
 
 /// Returns what is wrong, or nothing.
@@ -67,9 +66,11 @@ std::string RecordReader::takeColumns()
     if (!_hasMessages && !columns.contains("name")) {
         return localised("These are no columns of contacts or messages.");
     }
-    for (const char* needed : {_hasMessages ? "kind" : "name", "number", _hasMessages ? "text" : "name"}) {
-        if (!columns.contains(needed)) {
-            return localised("The column “%s” is missing.", {needed});
+    const std::vector<const char*> needed =
+        _hasMessages ? std::vector{"kind", "number", "text"} : std::vector{"name", "number"};
+    for (const char* column : needed) {
+        if (!columns.contains(column)) {
+            return localised("The column “%s” is missing.", {column});
         }
     }
     _columns = std::move(columns);
@@ -90,7 +91,8 @@ std::string RecordReader::addRecord(Phone& phone)
     const std::string kind = value("kind");
     const auto* const state = std::ranges::find(Message::kStates, normalised(kind), normalised);
     if (state == Message::kStates.end()) {
-        return localised("“%s” is no kind of message.", {kind});
+        constexpr std::size_t kMostShown = 30;
+        return localised("“%s” is no kind of message.", {kind.size() > kMostShown ? "…" : kind});
     }
     phone.messages.push_back({static_cast<std::size_t>(state - Message::kStates.begin()), value("name"),
                               value("number"), value("text"), value("date")});

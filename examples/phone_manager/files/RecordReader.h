@@ -30,6 +30,7 @@ public:
     bool next(Phone& phone, std::string& fault);
     /// How much was read, from 0 to 1.
     double progress() const { return _csv.progress(); }
+    std::size_t bytesRead() const { return _csv.bytesRead(); }
 
 private:
     std::string takeColumns();

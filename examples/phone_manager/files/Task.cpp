@@ -1,6 +1,7 @@
 #include "files/Task.h"
 
 #include <array>
+#include <utility>
 
 constexpr SEL kProceed{"proceed"};
 constexpr std::array kSelectors{selector<&Task::proceed>(kProceed.name)};
@@ -11,6 +12,13 @@ void Task::addStep(Step step, double weight)
 {
     _steps.emplace_back(std::move(step), weight);
     _weight += weight;
+}
+
+void Task::addFault(std::string sentence)
+{
+    if (_faultCount++ < kMostFaults) {
+        _faults.push_back(std::move(sentence));
+    }
 }
 
 double Task::progress() const

@@ -36,6 +36,9 @@ public:
     // done.
     virtual std::string summary() const = 0;
     const std::vector<std::string>& faults() const { return _faults; }
+    /// How many there were; no more than `kMostFaults` are kept.
+    std::size_t faultCount() const { return _faultCount; }
+    static constexpr std::size_t kMostFaults = 1000;
 
     /// Sent by the event loop.
     void proceed();
@@ -52,7 +55,7 @@ protected:
     void addStep(Step step, double weight = 1.0);
     /// Called in a step: none follows.
     void finish() { _state = State::Done; }
-    void addFault(std::string sentence) { _faults.push_back(std::move(sentence)); }
+    void addFault(std::string sentence);
     virtual void didCancel() {}
 
 private:
@@ -64,4 +67,5 @@ private:
     double _weightDone = 0.0;
     double _weight = 0.0;
     std::vector<std::string> _faults;
+    std::size_t _faultCount = 0;
 };

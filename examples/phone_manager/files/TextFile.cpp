@@ -4,10 +4,20 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <optional>
 #include <regex>
 #include <string_view>
 #include <utility>
+
+/// Whether a text begins with a line that tells its character set.
+static bool isDeclaration(const std::string& bytes, std::smatch& match)
+{
+    static const std::regex kDeclaration(R"re(#[^\r\n]*charset *= *["']?([\w.:+-]+))re", std::regex::icase);
+    constexpr std::ptrdiff_t kMostBytes = 200;
+    const auto end = bytes.begin() + std::min(std::ssize(bytes), kMostBytes);
+    return std::regex_search(bytes.begin(), end, match, kDeclaration, std::regex_constants::match_continuous);
+}
 
 TextFile::TextFile(const std::filesystem::path& file, std::string charsetIfNotTold)
     : charset(std::move(charsetIfNotTold))
@@ -26,19 +36,18 @@ TextFile::TextFile(const std::filesystem::path& file, std::string charsetIfNotTo
         rest.remove_prefix(std::string_view(mark->first).size());
         charset = mark->second;
     }
-    static const std::regex kDeclaration(R"re(#[^\r\n]*charset *= *["']?([\w.:+-]+))re", std::regex::icase);
-    constexpr std::size_t kBeginning = 200; // bytes
-    const std::string beginning(rest.substr(0, kBeginning));
     std::smatch match;
-    if (std::regex_search(beginning, match, kDeclaration, std::regex_constants::match_continuous)) {
-        charset = mark == kMarks.end() ? match[1].str() : charset;
-        rest.remove_prefix(std::min(rest.find_first_of("\r\n"), rest.size()));
+    if (mark == kMarks.end() && isDeclaration(*bytes, match)) {
+        charset = match[1];
     }
     const Ref<NSString> characters = NSString::stringWithData_charset_usedLossyConversion(
         NSData::dataWithBytes_length(rest.data(), rest.size()).get(), text(charset).get(), &isLossy);
-    if (characters) {
-        content = characters->UTF8String();
-    } else {
+    if (!characters) {
         fault = "“%s”: The character set “%s” is not known.";
+        return;
+    }
+    content = characters->UTF8String();
+    if (isDeclaration(content, match)) {
+        content.erase(0, content.find_first_of("\r\n"));
     }
 }

@@ -65,9 +65,11 @@ TEST(CsvTest, ReadsRecords)
 TEST(CsvTest, LeavesOutWhatIsTooLong)
 {
     constexpr std::size_t kLongest = CsvReader::kLongestRecord;
-    const std::string most(kLongest, 'x');
+    const std::string most(kLongest - 1, 'x');
     EXPECT_EQ(recordsOf(most + "\r\na\nx" + most + "\nb"),
               (std::vector{"1|" + most, "2|a"s, "3"s + kTooLong, "4|b"s}));
+    EXPECT_EQ(recordsOf(std::string(2 * kLongest, '"')), (std::vector{"1|" + std::string(kLongest - 1, '"')}))
+        << "the field counts, not its marks";
     EXPECT_EQ(recordsOf("a,\"\n" + most + "\",\nb")[0], "1"s + kTooLong);
 
     // What a quotation mark may take in is read again, but only once.

@@ -40,6 +40,7 @@ TEST(TextFileTest, ReadsInTheCharacterSetOfTheFile)
         {utf16(u"\ufeff\u00e4,\U0001f600\r\n\u0a0d\r", true), "UTF-8", "UTF-16LE",
          "\u00e4,\U0001f600\r\n\u0a0d\r"},
         {utf16(u"\ufeff\u00e4\r\nb\rc\n", false), "UTF-8", "UTF-16BE", "\u00e4\r\nb\rc\n"},
+        {utf16(u"\ufeff# charset=utf-8\r\na", true), "UTF-8", "UTF-16LE", "\r\na"},
         {utf16(u"a\nb", true) + "x", "UTF-16LE", "UTF-16LE", "a\nb\ufffd", true},
         {"# text/csv; charset=\"windows-1252\"\r\n\xE4;\x80\n", "UTF-8", "windows-1252",
          "\r\n\u00e4;\u20ac\n"},
