@@ -247,7 +247,7 @@ void PhoneManager::tell(const std::string& sentences, bool ofRunningTask)
 void PhoneManager::notify(const std::string& sentence)
 {
     if (!_tasks.empty() && _tasks.front()->state() == Task::State::Running) {
-        _toldBefore = '\n' + sentence;
+        _toldBefore = '\n' + sentence + _toldBefore;
     } else {
         tell(sentence);
     }

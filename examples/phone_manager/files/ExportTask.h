@@ -17,9 +17,9 @@
 class ExportTask final : public Task
 {
 public:
-    /// What is checked counts as it is now. The folder is the one named, or where there is one already, that
-    /// name with the first free number: "export(1)". "." and ".." are called by the names of their folders.
-    /// Folders around it that are missing are made.
+    /// What is checked counts as it is now. The folder is the one named, or where there is one already, one
+    /// with a number that is free (`FileUtil::getDirNewName`). "." and ".." are called by the names of their
+    /// folders. Folders around it that are missing are made.
     ExportTask(const Phone& phone, const std::filesystem::path& folder);
 
     static constexpr const char* kPage = "index.html";

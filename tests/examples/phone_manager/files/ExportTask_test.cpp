@@ -1,6 +1,8 @@
+#include "phone_manager/Resources.h"
 #include "phone_manager/files/ExportTask.h"
 #include "phone_manager/files/RecordReader.h"
 #include "platform/appkit/NSApplication.h"
+#include "platform/foundation/NSUserDefaults.h"
 #include "support/Drawing.h"
 #include "support/TemporaryFolder.h"
 #include "util/FileUtil.h"
@@ -103,7 +105,9 @@ TEST_F(ExportTaskTest, LosesNothingThatIsImportedAgain)
 
 TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
 {
-    phone->contacts = {{"Zoë <1> & \"2\"", "Choir", "1", "z@a.b", true}, {"Ben", "Work", "2"}};
+    NSUserDefaults::setStandardDomain(text((folder.path() / "defaults.ini").c_str()).get());
+    setLanguage("de");
+    phone->contacts = {{"Zoë <1> & \"2\"", "Work", "1", "z@a.b", true}, {"Ben", "Work", "2"}};
     phone->messages = {{Message::kFailed, "Zoë", "1", "a\n</td>", "2026-04-03 12:30:45", true}};
     fs::create_directories(folder.path() / "a.b/c");
     addPicture("a.b/x #1.y.png", {400.0, 200.0});
@@ -152,14 +156,14 @@ TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
     EXPECT_EQ(task->summary(),
               "In “" + task->folder().string() + "” are contacts: 1, messages: 1, pictures: 8.");
     EXPECT_EQ(folder.read("a.b/out(1)/contacts.csv"),
-              "\uFEFFName,Group,Number,Email\r\n\"Zoë <1> & \"\"2\"\"\",Choir,1,z@a.b\r\n");
+              "\uFEFFName,Group,Number,Email\r\n\"Zoë <1> & \"\"2\"\"\",Work,1,z@a.b\r\n");
     const Ref<NSImage> thumbnail =
         make<NSImage>()->initWithContentsOfFile(text((task->folder() / "thumbnails/1.png").c_str()).get());
     EXPECT_EQ(thumbnail->size(), (NSSize{160.0, 80.0}));
 
     const std::string page = folder.read("a.b/out(1)/index.html");
     for (const char* part :
-         {"<tr><td>Zoë &lt;1&gt; &amp; &quot;2&quot;</td><td>Choir</td><td>1</td><td>z@a.b</td></tr>",
+         {"<tr><td>Zoë &lt;1&gt; &amp; &quot;2&quot;</td><td>Arbeit</td><td>1</td><td>z@a.b</td></tr>",
           "<tr><td>Failed</td><td>Zoë</td><td>1</td><td>2026-04-03 12:30:45</td><td>a\n&lt;/td&gt;</td></tr>",
           "<figure><a href=\"./x%20%231.y(1).png\"><img "
           "src=\"thumbnails/2.png\" alt=\"x #1.y(1).png\"><br>x "
@@ -169,6 +173,7 @@ TEST_F(ExportTaskTest, WritesWhatIsCheckedForABrowser)
     EXPECT_TRUE(page.ends_with("</html>\n"));
     EXPECT_EQ(page.find("Ben"), std::string::npos);
     EXPECT_EQ(utf8(FileUtil::getHtmlCharset(text((task->folder() / "index.html").c_str()).get())), "utf-8");
+    NSUserDefaults::setStandardDomain(nullptr);
 }
 
 TEST_F(ExportTaskTest, LeavesNothingOfWhatIsCancelled)
